@@ -1,0 +1,30 @@
+// Minimum, maximum and sums of grey pixels.
+#pragma once
+
+#include "simd/plane.h"
+
+namespace zkit {
+
+struct PixelStat {
+    std::uint8_t min, max;
+    double rowMeans;  // sum of the rows' means, added from the first row to the last
+};
+
+struct PixelStatWorkers {
+    std::uint8_t (*minimum)(Source);        // 255 without pixels
+    std::uint8_t (*maximum)(Source);        // 0 without pixels
+    std::uint32_t (*sum)(Source);           // modulo 2^32
+    PixelStat (*stat)(Source, std::uint8_t first);  // min and max start at `first`
+};
+
+namespace plain {
+extern const PixelStatWorkers pixelStat;
+}
+namespace sse2 {
+extern const PixelStatWorkers pixelStat;
+}
+namespace avx2 {
+extern const PixelStatWorkers pixelStat;
+}
+
+}  // namespace zkit

@@ -1,0 +1,28 @@
+// What operations require of their arguments. Every check records its error and returns false when it fails; an
+// operation chains them with && in the order in which they are to be made.
+//
+// A check answers for itself alone: an error that is pending already, or that another thread records meanwhile, does
+// not make it fail.
+#pragma once
+
+#include "zkit/core/error.h"
+#include "zkit/core/roi.h"
+
+namespace zkit {
+
+// The region lies within its image, which has pixels (1400, 1401).
+bool placed(ZGenericROI* region);
+
+// The two regions are equally large (1402).
+bool sameSize(ZGenericROI* region, ZGenericROI* other);
+
+// The check of neighbourhood filters on source and destination (1402).
+bool filterSizes(ZGenericROI* src, ZGenericROI* dst);
+
+// The region has a pixel address (1400).
+bool hasPixels(const ZGenericROI* region);
+
+// Any other requirement, with the code for its failure.
+bool require(bool condition, Z_ERRORS code);
+
+}  // namespace zkit

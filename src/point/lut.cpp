@@ -1,0 +1,67 @@
+// ImgLut with untyped and typed tables.
+#include "frame/call_frame.h"
+#include "frame/checks.h"
+#include "frame/overlap.h"
+#include "frame/walk.h"
+#include "point/lut_workers.h"
+#include "simd/choice.h"
+#include "zkit/img/point.h"
+
+using namespace zkit;
+
+namespace {
+
+constexpr int tableSize = 256;
+
+// Applies a table under a frame of its own, so that what it raises stands twice in the trail.
+short applyTable(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const std::uint8_t* table)
+{
+    const CallFrame frame("ImgLut");
+    if (!(sameSize(src, dst) && hasPixels(dst) && hasPixels(src) && placed(src) && placed(dst)))
+        return frame.trace();
+    Source from = source(src);
+    const Target to = target(dst);
+    SeparateSource separate;
+    if (!separate.forPoints(from, 1, to, 1))
+        return frame.trace();
+    const auto row = choose(plain::lut, sse2::lut, avx2::lut).row;
+    walkRows(from, to, 1, [=](auto in, auto out, std::ptrdiff_t count) { row(in, out, count, table); });
+    return ZOk();
+}
+
+bool holdsTable(const ZVector* lut)
+{
+    return require(lut, Z_ERROR_VECTOR_EMPTY) &&
+           require(lut->GetNbGroup() >= 1 && lut->GetGroupLength() >= tableSize && lut->GetDataSize() >= 2 &&
+                       lut->GetDataType() == 1,
+                   Z_ERROR_VECTOR_STRUCTURE) &&
+           require(lut->GetDataPtr(), Z_ERROR_VECTOR_EMPTY);
+}
+
+bool holdsTable(const ZBW8Vector* lut)
+{
+    return require(lut, Z_ERROR_VECTOR_EMPTY) &&
+           require(lut->GetNumElements() == tableSize, Z_ERROR_VECTOR_ELEMENT_COUNT);
+}
+
+template <class Vector>
+short lutOfVector(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const Vector* lut)
+{
+    const CallFrame frame("ImgLut");
+    if (!(frame.clear() && sameSize(src, dst) && holdsTable(lut)))
+        return frame.trace();
+    applyTable(src, dst, static_cast<const std::uint8_t*>(lut->GetDataPtr()));
+    return frame.finish();
+}
+
+}  // namespace
+
+short ImgLut(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZVector* lut)
+{
+    return lutOfVector(src, dst, lut);
+}
+
+void ImgLut(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZBW8Vector* lut)
+{
+    lutOfVector(src, dst, lut);
+}

@@ -1,0 +1,16 @@
+#include "point/lut_workers.h"
+
+namespace zkit::plain {
+namespace {
+
+void row(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, const std::uint8_t* table)
+{
+    for (std::ptrdiff_t i = 0; i < count; ++i)
+        dst[i] = table[src[i]];
+}
+
+}  // namespace
+
+const LutWorkers lut = {row};
+
+}  // namespace zkit::plain
