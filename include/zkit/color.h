@@ -1,6 +1,7 @@
 // zkit::color: components of colour regions and conversion between colour spaces.
 #pragma once
 
+#include "zkit/core/error.h"
 #include "zkit/core/pixel.h"
 #include "zkit/core/roi.h"
 #include "zkit/core/vector.h"

@@ -1,6 +1,7 @@
-// Everything of zkit::img.
+// Everything of zkit::img, and the core library that it is used with.
 #pragma once
 
+#include "zkit/core.h"
 #include "zkit/img/analysis.h"
 #include "zkit/img/filter.h"
 #include "zkit/img/point.h"

@@ -17,7 +17,7 @@ int clampToInt(std::int64_t value)
 
 }  // namespace
 
-ZGenericROI::ZGenericROI(const zkit::ImageStorage* storage, int bitsPerPixel)
+ZGenericROI::ZGenericROI(zkit::ImageStorage* storage, int bitsPerPixel)
     : storage_(storage), bitsPerPixel_(bitsPerPixel)
 {
 }
@@ -26,7 +26,7 @@ ZGenericROI::~ZGenericROI() = default;
 
 void* ZGenericROI::GetImagePtr() const
 {
-    return const_cast<zkit::ImageStorage*>(storage_);
+    return storage_;
 }
 
 int ZGenericROI::GetPixelSize() const

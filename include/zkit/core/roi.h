@@ -1,6 +1,7 @@
 // Images own pixels, regions view them. Every operation takes regions; an image is the region of all its pixels.
 #pragma once
 
+#include "zkit/core/error.h"
 #include "zkit/core/pixel.h"
 #include "zkit/export.h"
 
@@ -93,7 +94,7 @@ public:
     Extent GetStorageExtent() const;
 
 protected:
-    ZGenericROI(const zkit::ImageStorage* storage, int bitsPerPixel);
+    ZGenericROI(zkit::ImageStorage* storage, int bitsPerPixel);
     ZGenericROI(const ZGenericROI&) = default;
     ZGenericROI& operator=(const ZGenericROI&) = default;
 
@@ -109,7 +110,7 @@ protected:
 private:
     std::int64_t rowBytes(std::int64_t x, std::int64_t width) const;
 
-    const zkit::ImageStorage* storage_;
+    zkit::ImageStorage* storage_;
     int bitsPerPixel_;
     int x_ = 0;
     int y_ = 0;
@@ -154,7 +155,7 @@ public:
     }
 
 protected:
-    explicit ZROI(const zkit::ImageStorage* storage) : ZGenericROI(storage, zkit::bitsPerPixel<T>) {}
+    explicit ZROI(zkit::ImageStorage* storage) : ZGenericROI(storage, zkit::bitsPerPixel<T>) {}
 
 private:
     static constexpr bool isBit = std::is_same_v<T, ZBW1>;

@@ -1,6 +1,7 @@
 // Vectors in which operations return their results: the untyped ZVector and the base of all typed vectors.
 #pragma once
 
+#include "zkit/core/error.h"
 #include "zkit/export.h"
 
 /// The untyped vector: groups of data elements of one size, with a type that says what it holds.

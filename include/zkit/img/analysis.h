@@ -6,6 +6,7 @@
 // there are several forms by the marker in quotes. Sums of 32 bits wrap.
 #pragma once
 
+#include "zkit/core/error.h"
 #include "zkit/core/pixel.h"
 #include "zkit/core/roi.h"
 #include "zkit/export.h"

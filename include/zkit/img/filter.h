@@ -1,6 +1,7 @@
 // Linear filters on a neighbourhood of every pixel.
 #pragma once
 
+#include "zkit/core/error.h"
 #include "zkit/core/roi.h"
 #include "zkit/export.h"
 

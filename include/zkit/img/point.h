@@ -4,6 +4,7 @@
 // outside the destination region is written.
 #pragma once
 
+#include "zkit/core/error.h"
 #include "zkit/core/roi.h"
 #include "zkit/core/vector.h"
 #include "zkit/export.h"

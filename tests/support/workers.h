@@ -1,0 +1,94 @@
+// Driving workers directly: every instruction set over every awkward size, against the plain workers.
+#pragma once
+
+#include "simd/plane.h"
+#include "support/images.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <vector>
+
+// A packed table of workers and the name of its instruction set.
+template <class Workers>
+struct PackedSet {
+    const char* name;
+    const Workers* workers;
+};
+
+// The packed sets that this processor can run; a set that it cannot is reported as skipped.
+template <class Workers>
+std::vector<PackedSet<Workers>> packedSets(const Workers& sse2, const Workers& avx2)
+{
+    std::vector<PackedSet<Workers>> sets{{"sse2", &sse2}};
+    if (__builtin_cpu_supports("avx2"))
+        sets.push_back({"avx2", &avx2});
+    else
+        std::cout << "[  SKIPPED ] avx2: not on this processor\n";
+    return sets;
+}
+
+// Widths around the multiples of 16, 32, 64 and 128 lanes and around the stretches that workers cut rows into.
+inline std::vector<int> awkwardWidths()
+{
+    std::vector<int> widths;
+    for (int width = 0; width <= 100; ++width)
+        widths.push_back(width);
+    for (const int middle : {128, 160, 256, 512, 1024, 2048, 8160})
+        for (int width = middle - 1; width <= middle + 1; ++width)
+            widths.push_back(width);
+    return widths;
+}
+
+// Pixels of a kind on the heap, exactly as many bytes as the rows take, so that the sanitizer sees any byte too many;
+// the gaps between the rows hold other values than the pixels.
+class Pixels {
+public:
+    enum Kind { noise, black, white, twoLevels, kinds };
+
+    Pixels(Random& random, Kind kind, int width, int height, int pixelSize = 1)
+        : offset_(random(0, 40)), pitch_(width * pixelSize + random(0, 3) * 7), width_(width), height_(height),
+          size_(height > 0 ? static_cast<std::size_t>(offset_ + pitch_ * (height - 1) + width * pixelSize) : 0),
+          bytes_(new std::uint8_t[size_])
+    {
+        const int low = random(0, 255), high = random(0, 255);
+        for (std::size_t i = 0; i < size_; ++i)
+            bytes_[i] = static_cast<std::uint8_t>(random(0, 255));
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width * pixelSize; ++x) {
+                std::uint8_t& byte = bytes_[static_cast<std::size_t>(offset_ + y * pitch_ + x)];
+                byte = static_cast<std::uint8_t>(kind == black       ? 0
+                                                 : kind == white     ? 255
+                                                 : kind == twoLevels ? (byte & 1 ? low : high)
+                                                                     : byte);
+            }
+    }
+
+    Pixels(const Pixels& other)
+        : offset_(other.offset_), pitch_(other.pitch_), width_(other.width_), height_(other.height_),
+          size_(other.size_), bytes_(new std::uint8_t[size_])
+    {
+        std::memcpy(bytes_.get(), other.bytes_.get(), size_);
+    }
+
+    zkit::Source source() const { return {bytes_.get() + offset_, pitch_, width_, height_}; }
+    const std::uint8_t* row(int y = 0) const { return bytes_.get() + offset_ + y * pitch_; }
+    std::uint8_t* row(int y = 0) { return bytes_.get() + offset_ + y * pitch_; }
+    std::vector<std::uint8_t> all() const { return {bytes_.get(), bytes_.get() + size_}; }
+
+private:
+    int offset_, pitch_, width_, height_;
+    std::size_t size_;
+    std::unique_ptr<std::uint8_t[]> bytes_;
+};
+
+// Calls check(random, kind, width) for every kind of pixels and every awkward width.
+template <class Check>
+void forAwkwardRows(Check check)
+{
+    Random random(20);
+    for (int kind = 0; kind < Pixels::kinds; ++kind)
+        for (const int width : awkwardWidths())
+            check(random, static_cast<Pixels::Kind>(kind), width);
+}
