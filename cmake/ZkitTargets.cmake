@@ -46,5 +46,6 @@ function(zkit_packed_workers set flags)
   add_library(zkit_workers_${set} OBJECT ${sources})
   zkit_compile_for_library(zkit_workers_${set})
   target_compile_definitions(zkit_workers_${set} PRIVATE ZKIT_SET=${set})
-  target_compile_options(zkit_workers_${set} PRIVATE ${flags})
+  # They are unrolled by hand where that helps; the compiler's own unrolling runs out of registers.
+  target_compile_options(zkit_workers_${set} PRIVATE ${flags} $<$<CONFIG:Release>:-O2>)
 endfunction()

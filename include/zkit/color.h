@@ -51,9 +51,9 @@ public:
 /// Copies one component of a colour region: dst(x, y) = byte 2 - component of src(x, y), converted by `lookup` first
 /// unless that is null.
 /// @param component  0, 1 or 2 (else 1013)
-/// Errors, in this order: a pending error, 1400 null region or no pixels, 1401 region outside its image, 1402 sizes
-/// differ, 1013, 1303 overlapping regions cannot be kept apart; dst is then unchanged. Returns 0 or the code; the trail
-/// then has "ClrGetComponent".
+/// Errors, in this order: a pending error; 1400 null region; 1400 no pixels or 1401 region outside its image, of src
+/// and then of dst; 1402 sizes differ; 1013; 1303 overlapping regions cannot be kept apart. dst is then unchanged.
+/// Returns 0 or the code; the trail then has "ClrGetComponent".
 ZKIT_COLOR_API short ClrGetComponent(ZROI<ZC24>* src, ZROI<ZBW8>* dst, unsigned int component, ZColorLookup* lookup);
 
 /// Writes one component of a colour region: byte 2 - component of dst(x, y) = src(x, y); the other two keep their

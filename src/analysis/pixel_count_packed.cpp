@@ -6,24 +6,26 @@ namespace {
 
 PixelCounts count(Source src, std::uint8_t low, std::uint8_t high)
 {
-    enum { below, above };
-    if (high < low)
-        high = static_cast<std::uint8_t>(low - 1);  // what is below is not above as well
     // Vectors compare signed bytes: turning bit 7 of both sides keeps the order of unsigned ones.
-    const Bytes sign = broadcast(0x80), signedLow = broadcast(low) ^ sign, signedHigh = broadcast(high) ^ sign;
-    Counter<2> counter;
-    for (std::ptrdiff_t y = 0; y < src.height; ++y) {
-        const std::uint8_t* row = src.data + y * src.pitch;
-        counter.countRow(src.width, [&](std::ptrdiff_t x) {
-            const Bytes pixels = load(row + x) ^ sign;
-            return Having<2>{{greaterSigned(signedLow, pixels), greaterSigned(pixels, signedHigh)}};
-        });
-        for (std::ptrdiff_t x = wholeVectors(src.width); x < src.width; ++x) {
-            counter.count(below, row[x] < low);
-            counter.count(above, row[x] > high);
-        }
+    const Bytes sign = broadcast(0x80), signedLow = broadcast(low) ^ sign;
+    const Bytes signedHigh = broadcast(high < low ? static_cast<std::uint8_t>(low - 1) : high) ^ sign;
+    const auto isBelow = [=](Bytes pixels) { return greaterSigned(signedLow, pixels ^ sign); };
+    const auto isAbove = [=](Bytes pixels) { return greaterSigned(pixels ^ sign, signedHigh); };
+    const auto row = [=](std::ptrdiff_t y) { return src.data + y * src.pitch; };
+
+    if (low == 0) {  // an area: nothing is below
+        Counter<1> above;
+        for (std::ptrdiff_t y = 0; y < src.height; ++y)
+            above.countRow(src.width, [=](auto at) { return Having<1>{{isAbove(at.bytes(row(y)))}}; });
+        return {0, above.total(0)};
     }
-    return {counter.total(below), counter.total(above)};
+    Counter<2> both;
+    for (std::ptrdiff_t y = 0; y < src.height; ++y)
+        both.countRow(src.width, [=](auto at) {
+            const Bytes pixels = at.bytes(row(y));
+            return Having<2>{{isBelow(pixels), isAbove(pixels)}};
+        });
+    return {both.total(0), both.total(1)};
 }
 
 }  // namespace

@@ -35,32 +35,39 @@ std::uint32_t sum(Source src)
     return total(foldRows(src, zeroLongs(), 0, AddBytes(), AddSums()));
 }
 
-// One pass: a row is read once and its sum is needed by itself.
+// One pass: a row is read once, and its sum is needed by itself.
 PixelStat stat(Source src, std::uint8_t first)
 {
+    const auto divisor = static_cast<double>(src.width);
     Bytes min0 = broadcast(first), min1 = min0, max0 = min0, max1 = min0;
     double rowMeans = 0.0;
     for (std::ptrdiff_t y = 0; y < src.height; ++y) {
         const std::uint8_t* row = src.data + y * src.pitch;
         Longs sum0 = zeroLongs(), sum1 = sum0;
         std::ptrdiff_t x = 0;
-        for (; x + 2 * Bytes::lanes <= src.width; x += 2 * Bytes::lanes) {
-            const Bytes p = load(row + x), q = load(row + x + Bytes::lanes);
-            min0 = min(min0, p);
-            min1 = min(min1, q);
-            max0 = max(max0, p);
-            max1 = max(max1, q);
-            sum0 = sum0 + sumsOfEight(p);
-            sum1 = sum1 + sumsOfEight(q);
+        for (; x + 4 * Bytes::lanes <= src.width; x += 4 * Bytes::lanes) {
+            const Bytes a = load(row + x), b = load(row + x + Bytes::lanes);
+            const Bytes c = load(row + x + 2 * Bytes::lanes), d = load(row + x + 3 * Bytes::lanes);
+            min0 = min(min(min0, a), c);
+            min1 = min(min(min1, b), d);
+            max0 = max(max(max0, a), c);
+            max1 = max(max(max1, b), d);
+            sum0 = sum0 + sumsOfEight(a) + sumsOfEight(c);
+            sum1 = sum1 + sumsOfEight(b) + sumsOfEight(d);
         }
-        for (; x < src.width; x += Bytes::lanes) {
-            const bool whole = x + Bytes::lanes <= src.width;
-            const Bytes p = whole ? load(row + x) : loadTail(row, src.width, first);
-            min0 = min(min0, p);
-            max0 = max(max0, p);
-            sum0 = sum0 + sumsOfEight(whole ? p : loadTail(row, src.width));
+        for (; x + Bytes::lanes <= src.width; x += Bytes::lanes) {
+            min0 = min(min0, load(row + x));
+            max0 = max(max0, load(row + x));
+            sum0 = sum0 + sumsOfEight(load(row + x));
         }
-        rowMeans += static_cast<double>(total(sum0 + sum1)) / static_cast<double>(src.width);
+        if (x < src.width) {
+            const LastVector last(src.width);
+            const Bytes pixels = last.bytes(row);
+            min0 = min(min0, select(last.counting(), min0, pixels));
+            max0 = max(max0, select(last.counting(), max0, pixels));
+            sum0 = sum0 + sumsOfEight(pixels & last.counting());
+        }
+        rowMeans += static_cast<double>(total(sum0 + sum1)) / divisor;
     }
     return {foldLanes(min(min0, min1), Smaller()), foldLanes(max(max0, max1), Greater()), rowMeans};
 }

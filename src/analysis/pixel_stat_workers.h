@@ -11,9 +11,9 @@ struct PixelStat {
 };
 
 struct PixelStatWorkers {
-    std::uint8_t (*minimum)(Source);        // 255 without pixels
-    std::uint8_t (*maximum)(Source);        // 0 without pixels
-    std::uint32_t (*sum)(Source);           // modulo 2^32
+    std::uint8_t (*minimum)(Source);                // 255 without pixels
+    std::uint8_t (*maximum)(Source);                // 0 without pixels
+    std::uint32_t (*sum)(Source);                   // modulo 2^32
     PixelStat (*stat)(Source, std::uint8_t first);  // min and max start at `first`
 };
 

@@ -11,7 +11,8 @@ namespace {
 
 bool copyable(ZGenericROI* src, ZGenericROI* dst, unsigned int component)
 {
-    return placed(src) && placed(dst) && sameSize(src, dst) && require(component <= 2, Z_ERROR_ARGUMENT_3_OUT_OF_RANGE);
+    return require(src && dst, Z_ERROR_NO_PIXELS) && placed(src) && placed(dst) && sameSize(src, dst) &&
+           require(component <= 2, Z_ERROR_ARGUMENT_3_OUT_OF_RANGE);
 }
 
 std::uint8_t byteOf(ZC24 pixel, unsigned int component)

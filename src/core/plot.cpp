@@ -17,10 +17,10 @@ int add(int a, long long b)
     return static_cast<int>(std::clamp<long long>(a + b, INT_MIN, INT_MAX));
 }
 
-// The round step, 1, 2 or 5 times a power of ten, that divides an extent into at most `count` pieces.
-double roundStep(double extent, int count)
+// The round step, 1, 2 or 5 times a power of ten, that divides a range into at most `count` pieces.
+double roundStep(double low, double high, int count)
 {
-    const double least = extent / count;
+    const double least = high / count - low / count;
     const double power = std::pow(10.0, std::floor(std::log10(least)));
     for (const double factor : {1.0, 2.0, 5.0})
         if (factor * power >= least)
@@ -32,8 +32,11 @@ double roundStep(double extent, int count)
 
 int ZPlot::Axis::view(double value) const
 {
+    // Differences and products of the greatest numbers would overflow.
+    const double scale = std::max({std::abs(value), std::abs(from), std::abs(to)}) > 1e290 ? 1e-20 : 1.0;
+    const double distance = value * scale - from * scale, range = to * scale - from * scale;
     const double extent = static_cast<double>(end) - start;
-    const double position = std::floor(start + (value - from) / (to - from) * extent + 0.5);
+    const double position = std::floor(start + distance * extent / range + 0.5);
     return std::isnan(position) ? start : static_cast<int>(std::clamp<double>(position, INT_MIN, INT_MAX));
 }
 
@@ -46,11 +49,10 @@ void ZPlot::setRange(Axis& axis, double from, double to)
 {
     if (!std::isfinite(from))
         from = to = 0;
-    const double extent = to - from;
     axis.from = from;
-    axis.to = std::isfinite(extent) && extent != 0 ? to : from + 1;
-    if (axis.to == axis.from)  // numbers so large that one more is the same
-        axis.to = from < 0 ? from / 2 : from * 2;
+    axis.to = std::isfinite(to) && to != from ? to : from + 1;
+    if (axis.to == axis.from)  // a number so large that one more is the same
+        axis.to = from / 2;
 }
 
 void ZPlot::SetXRange(double from, double to)
@@ -93,11 +95,11 @@ void ZPlot::drawTicks(HDC device, const Axis& axis, bool horizontal) const
     const double low = std::min(axis.from, axis.to), high = std::max(axis.from, axis.to);
     const long long length = std::llabs(static_cast<long long>(axis.end) - axis.start);
     const int count = static_cast<int>(std::clamp<long long>(length / tickSpacing, 1, 100));
-    const double step = roundStep(high - low, count);
+    const double step = roundStep(low, high, count);
     const double first = std::ceil(low / step);
     for (int i = 0; i <= count; ++i) {
         const double value = (first + i) * step;
-        if (!(value <= high * (1 + 1e-12) || value <= high))
+        if (!(value <= high))
             return;
         const int at = axis.view(value);
         char number[32];

@@ -8,7 +8,8 @@
 namespace {
 
 constexpr std::int64_t rowAlignment = 64;
-constexpr std::int64_t collidingPitch = 4096;  // rows at multiples of it fall on the same lines of the first-level cache
+constexpr std::int64_t collidingPitch =
+    4096;  // rows at multiples of it fall on the same lines of the first-level cache
 
 int clampToInt(std::int64_t value)
 {
@@ -17,8 +18,7 @@ int clampToInt(std::int64_t value)
 
 }  // namespace
 
-ZGenericROI::ZGenericROI(zkit::ImageStorage* storage, int bitsPerPixel)
-    : storage_(storage), bitsPerPixel_(bitsPerPixel)
+ZGenericROI::ZGenericROI(zkit::ImageStorage* storage, int bitsPerPixel) : storage_(storage), bitsPerPixel_(bitsPerPixel)
 {
 }
 

@@ -75,7 +75,7 @@ short ZVector::layOut(int dataSize, int groups, int groupLength, int dataType)
     std::free(data_);
     data_ = fresh;
     allocatedSize_ = bytes;
-    groups_ = groups;
+    groups_ = fresh ? groups : 0;
     groupLength_ = groupLength;
     dataSize_ = dataSize;
     dataType_ = dataType;

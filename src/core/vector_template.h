@@ -80,8 +80,10 @@ void ZVectorTemplate<T>::append(T element, const char* name)
         const std::uint64_t doubled = MaxElements == 0 ? 1 : 2 * static_cast<std::uint64_t>(MaxElements);
         if (doubled <= UINT32_MAX)
             SetMaxElements(static_cast<unsigned int>(doubled));
-        else
+        else {
             ZSetError(Z_ERROR_OUT_OF_MEMORY);
+            ZTraceError("ZVector::SetMaxElements");
+        }
         if (ZGetError() != Z_OK || NumElements == MaxElements) {
             ZTraceError(name);
             return;

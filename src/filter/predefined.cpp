@@ -30,7 +30,7 @@ short filterGrey(const char* name, ZROI<ZBW8>* src, ZROI<ZBW8>* dst, FilterRow r
 void filterColour(const char* name, const char* greyName, ZROI<ZC24>* src, ZROI<ZC24>* dst, FilterRow row)
 {
     const CallFrame frame(name), grey(greyName);
-    if (!(frame.clear() && placed(src) && require(dst, Z_ERROR_NO_PIXELS))) {
+    if (!(frame.clear() && require(src && dst, Z_ERROR_NO_PIXELS) && placed(src))) {
         frame.trace();
     } else if (!filterSizes(src, dst)) {
         grey.trace();

@@ -26,10 +26,11 @@ public:
     // Ends a call whose work is done.
     short finish() const { return clear() ? ZOk() : trace(); }
 
+    // Returns the value, or 0 when the work has raised an error.
     template <class T>
     T finish(T value) const
     {
-        return clear() ? value : trace(value);
+        return clear() ? value : trace(T{});
     }
 
 private:

@@ -41,7 +41,8 @@ Plane bytes(Plane plane, int pixelSize)
 template <class... Planes>
 void joinRows(std::ptrdiff_t pixelSize, Planes&... planes)
 {
-    if (((planes.pitch == planes.width * pixelSize) && ...))
+    const auto gapless = [pixelSize](const auto& plane) { return plane.pitch == plane.width * pixelSize; };
+    if ((gapless(planes) && ...))
         ((planes.width *= planes.height, planes.height = planes.height > 0, planes.pitch = 0), ...);
 }
 

@@ -7,14 +7,17 @@
 #include "simd/choice.h"
 #include "zkit/img/point.h"
 
+#include <array>
+#include <cstring>
+
 using namespace zkit;
 
 namespace {
 
-constexpr int tableSize = 256;
+using Table = std::array<std::uint8_t, 256>;
 
 // Applies a table under a frame of its own, so that what it raises stands twice in the trail.
-short applyTable(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const std::uint8_t* table)
+short applyTable(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const Table& table)
 {
     const CallFrame frame("ImgLut");
     if (!(sameSize(src, dst) && hasPixels(dst) && hasPixels(src) && placed(src) && placed(dst)))
@@ -25,14 +28,14 @@ short applyTable(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const std::uint8_t* table)
     if (!separate.forPoints(from, 1, to, 1))
         return frame.trace();
     const auto row = choose(plain::lut, sse2::lut, avx2::lut).row;
-    walkRows(from, to, 1, [=](auto in, auto out, std::ptrdiff_t count) { row(in, out, count, table); });
+    walkRows(from, to, 1, [&](auto in, auto out, std::ptrdiff_t count) { row(in, out, count, table.data()); });
     return ZOk();
 }
 
 bool holdsTable(const ZVector* lut)
 {
     return require(lut, Z_ERROR_VECTOR_EMPTY) &&
-           require(lut->GetNbGroup() >= 1 && lut->GetGroupLength() >= tableSize && lut->GetDataSize() >= 2 &&
+           require(lut->GetNbGroup() >= 1 && lut->GetGroupLength() >= 256 && lut->GetDataSize() >= 2 &&
                        lut->GetDataType() == 1,
                    Z_ERROR_VECTOR_STRUCTURE) &&
            require(lut->GetDataPtr(), Z_ERROR_VECTOR_EMPTY);
@@ -40,8 +43,7 @@ bool holdsTable(const ZVector* lut)
 
 bool holdsTable(const ZBW8Vector* lut)
 {
-    return require(lut, Z_ERROR_VECTOR_EMPTY) &&
-           require(lut->GetNumElements() == tableSize, Z_ERROR_VECTOR_ELEMENT_COUNT);
+    return require(lut, Z_ERROR_VECTOR_EMPTY) && require(lut->GetNumElements() == 256, Z_ERROR_VECTOR_ELEMENT_COUNT);
 }
 
 template <class Vector>
@@ -50,7 +52,9 @@ short lutOfVector(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const Vector* lut)
     const CallFrame frame("ImgLut");
     if (!(frame.clear() && sameSize(src, dst) && holdsTable(lut)))
         return frame.trace();
-    applyTable(src, dst, static_cast<const std::uint8_t*>(lut->GetDataPtr()));
+    Table table;  // a copy: the destination may lie in the vector
+    std::memcpy(table.data(), lut->GetDataPtr(), table.size());
+    applyTable(src, dst, table);
     return frame.finish();
 }
 

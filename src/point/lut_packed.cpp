@@ -20,10 +20,12 @@ public:
     {
         const Bytes index = pixels & broadcast(15);
         const Bytes bit4 = bitToTop<4>(pixels), bit5 = bitToTop<5>(pixels), bit6 = bitToTop<6>(pixels);
-        const auto of2 = [&](int i) { return select(bit4, lookUp(tables_[i], index), lookUp(tables_[i + 1], index)); };
-        const auto of4 = [&](int i) { return select(bit5, of2(i), of2(i + 2)); };
-        const auto of8 = [&](int i) { return select(bit6, of4(i), of4(i + 4)); };
-        return select(pixels, of8(0), of8(8));
+        const auto of2 = [&](int i) {
+            return selectByTop(bit4, lookUp(tables_[i], index), lookUp(tables_[i + 1], index));
+        };
+        const auto of4 = [&](int i) { return selectByTop(bit5, of2(i), of2(i + 2)); };
+        const auto of8 = [&](int i) { return selectByTop(bit6, of4(i), of4(i + 4)); };
+        return selectByTop(pixels, of8(0), of8(8));
     }
 
 private:

@@ -12,39 +12,57 @@ struct Having {
     Bytes of[properties];
 };
 
+// Takes a whole vector out of rows, as LastVector does for their ends.
+struct WholeVector {
+    std::ptrdiff_t x;
+
+    Bytes bytes(const std::uint8_t* row) const { return load(row + x); }
+    Components interleaved(const std::uint8_t* row) const { return loadInterleaved(row + 3 * x); }
+};
+
 // Counts pixels, modulo 2^32.
 template <int properties>
 class Counter {
 public:
-    // Counts the pixels of all whole vectors of a row; test(x) tells the properties of the vector at x.
+    // Counts the pixels of a row; test(at) tells the properties of the vector that `at` takes out of rows.
     template <class Test>
     void countRow(std::ptrdiff_t width, Test test)
     {
-        for (std::ptrdiff_t x = 0; x + Bytes::lanes <= width;) {
+        std::ptrdiff_t x = 0;
+        while (x + Bytes::lanes <= width) {
             // A lane of the counts holds up to 255.
             const std::ptrdiff_t vectors = (width - x) / Bytes::lanes;
-            const std::ptrdiff_t end = x + (vectors < 255 ? vectors : 255) * Bytes::lanes;
-            Having<properties> even, odd;
-            for (int i = 0; i < properties; ++i)
-                even.of[i] = odd.of[i] = broadcast(0);
+            const std::ptrdiff_t end = x + (vectors < 254 ? vectors : 254) * Bytes::lanes;
+            Having<properties> even = none(), odd = none();
             for (; x + 2 * Bytes::lanes <= end; x += 2 * Bytes::lanes) {
-                add(even, test(x));
-                add(odd, test(x + Bytes::lanes));
+                add(even, test(WholeVector{x}));
+                add(odd, test(WholeVector{x + Bytes::lanes}));
             }
             if (x < end)
-                add(even, test(x));
+                add(even, test(WholeVector{x}));
             x = end;
             for (int i = 0; i < properties; ++i)
                 sums_[i] = sums_[i] + sumsOfEight(even.of[i]) + sumsOfEight(odd.of[i]);
         }
+        if (x < width) {
+            const LastVector last(width);
+            const Having<properties> having = test(last);
+            for (int i = 0; i < properties; ++i)
+                sums_[i] = sums_[i] + sumsOfEight(having.of[i] & last.counting() & broadcast(1));
+        }
     }
 
-    // Counts a single pixel.
-    void count(int property, bool has) { single_[property] += has; }
-
-    std::uint32_t total(int property) const { return ZKIT_SET::total(sums_[property]) + single_[property]; }
+    std::uint32_t total(int property) const { return ZKIT_SET::total(sums_[property]); }
 
 private:
+    static Having<properties> none()
+    {
+        Having<properties> counts;
+        for (int i = 0; i < properties; ++i)
+            counts.of[i] = broadcast(0);
+        return counts;
+    }
+
     static void add(Having<properties>& counts, const Having<properties>& having)
     {
         for (int i = 0; i < properties; ++i)
@@ -52,14 +70,7 @@ private:
     }
 
     Longs sums_[properties] = {};
-    std::uint32_t single_[properties] = {};
 };
-
-// The first pixel of a row that no whole vector covers.
-inline std::ptrdiff_t wholeVectors(std::ptrdiff_t width)
-{
-    return width - width % Bytes::lanes;
-}
 
 }  // namespace
 }  // namespace zkit::ZKIT_SET

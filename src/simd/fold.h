@@ -7,7 +7,8 @@ namespace zkit::ZKIT_SET {
 namespace {
 
 // Folds every vector of a row into `partial` with step(partial, bytes). Four partial results take turns, so that no
-// step waits for the one before it; join(partial, partial) brings them together. Lanes beyond the row's end hold `fill`.
+// step waits for the one before it; join(partial, partial) brings them together. Lanes beyond the row's end hold
+// `fill`.
 template <class Partial, class Step, class Join>
 Partial foldRow(const std::uint8_t* row, std::ptrdiff_t count, Partial start, std::uint8_t fill, Step step, Join join)
 {
@@ -21,8 +22,10 @@ Partial foldRow(const std::uint8_t* row, std::ptrdiff_t count, Partial start, st
     }
     for (; x + Bytes::lanes <= count; x += Bytes::lanes)
         a = step(a, load(row + x));
-    if (x < count)
-        b = step(b, loadTail(row, count, fill));
+    if (x < count) {
+        const LastVector last(count);
+        b = step(b, select(last.counting(), broadcast(fill), last.bytes(row)));
+    }
     return join(join(a, b), join(c, d));
 }
 

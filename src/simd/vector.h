@@ -19,15 +19,27 @@ namespace {
 
 using Register = __m256i;
 
-inline Register loadRegister(const void* p) { return _mm256_loadu_si256(static_cast<const __m256i*>(p)); }
-inline void storeRegister(void* p, Register r) { _mm256_storeu_si256(static_cast<__m256i*>(p), r); }
+inline Register loadRegister(const void* p)
+{
+    return _mm256_loadu_si256(static_cast<const __m256i*>(p));
+}
+inline void storeRegister(void* p, Register r)
+{
+    _mm256_storeu_si256(static_cast<__m256i*>(p), r);
+}
 
 #else
 
 using Register = __m128i;
 
-inline Register loadRegister(const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); }
-inline void storeRegister(void* p, Register r) { _mm_storeu_si128(static_cast<__m128i*>(p), r); }
+inline Register loadRegister(const void* p)
+{
+    return _mm_loadu_si128(static_cast<const __m128i*>(p));
+}
+inline void storeRegister(void* p, Register r)
+{
+    _mm_storeu_si128(static_cast<__m128i*>(p), r);
+}
 
 #endif
 
@@ -52,42 +64,123 @@ struct Longs {
     Register r;
 };
 
-inline Bytes load(const std::uint8_t* p) { return {loadRegister(p)}; }
-inline void store(std::uint8_t* p, Bytes b) { storeRegister(p, b.r); }
-inline Words loadWords(const void* p) { return {loadRegister(p)}; }
-inline void store(std::uint16_t* p, Words w) { storeRegister(p, w.r); }
+inline Bytes load(const std::uint8_t* p)
+{
+    return {loadRegister(p)};
+}
+inline void store(std::uint8_t* p, Bytes b)
+{
+    storeRegister(p, b.r);
+}
+inline Words loadWords(const void* p)
+{
+    return {loadRegister(p)};
+}
+inline void store(std::uint16_t* p, Words w)
+{
+    storeRegister(p, w.r);
+}
 
 #ifdef __AVX2__
 
-inline Bytes broadcast(std::uint8_t value) { return {_mm256_set1_epi8(static_cast<char>(value))}; }
-inline Words broadcastWord(int value) { return {_mm256_set1_epi16(static_cast<short>(value))}; }
-inline Ints broadcastInt(std::uint32_t value) { return {_mm256_set1_epi32(static_cast<int>(value))}; }
-inline Longs zeroLongs() { return {_mm256_setzero_si256()}; }
+inline Bytes broadcast(std::uint8_t value)
+{
+    return {_mm256_set1_epi8(static_cast<char>(value))};
+}
+inline Words broadcastWord(int value)
+{
+    return {_mm256_set1_epi16(static_cast<short>(value))};
+}
+inline Ints broadcastInt(std::uint32_t value)
+{
+    return {_mm256_set1_epi32(static_cast<int>(value))};
+}
+inline Longs zeroLongs()
+{
+    return {_mm256_setzero_si256()};
+}
 
-inline Bytes min(Bytes a, Bytes b) { return {_mm256_min_epu8(a.r, b.r)}; }
-inline Bytes max(Bytes a, Bytes b) { return {_mm256_max_epu8(a.r, b.r)}; }
-inline Bytes equal(Bytes a, Bytes b) { return {_mm256_cmpeq_epi8(a.r, b.r)}; }
-inline Bytes operator&(Bytes a, Bytes b) { return {_mm256_and_si256(a.r, b.r)}; }
-inline Bytes operator|(Bytes a, Bytes b) { return {_mm256_or_si256(a.r, b.r)}; }
-inline Bytes operator^(Bytes a, Bytes b) { return {_mm256_xor_si256(a.r, b.r)}; }
-inline Bytes andNot(Bytes a, Bytes b) { return {_mm256_andnot_si256(a.r, b.r)}; }
-inline Bytes operator-(Bytes a, Bytes b) { return {_mm256_sub_epi8(a.r, b.r)}; }
-inline Bytes greaterSigned(Bytes a, Bytes b) { return {_mm256_cmpgt_epi8(a.r, b.r)}; }
+inline Bytes min(Bytes a, Bytes b)
+{
+    return {_mm256_min_epu8(a.r, b.r)};
+}
+inline Bytes max(Bytes a, Bytes b)
+{
+    return {_mm256_max_epu8(a.r, b.r)};
+}
+inline Bytes equal(Bytes a, Bytes b)
+{
+    return {_mm256_cmpeq_epi8(a.r, b.r)};
+}
+inline Bytes operator&(Bytes a, Bytes b)
+{
+    return {_mm256_and_si256(a.r, b.r)};
+}
+inline Bytes operator|(Bytes a, Bytes b)
+{
+    return {_mm256_or_si256(a.r, b.r)};
+}
+inline Bytes operator^(Bytes a, Bytes b)
+{
+    return {_mm256_xor_si256(a.r, b.r)};
+}
+inline Bytes operator-(Bytes a, Bytes b)
+{
+    return {_mm256_sub_epi8(a.r, b.r)};
+}
+inline Bytes greaterSigned(Bytes a, Bytes b)
+{
+    return {_mm256_cmpgt_epi8(a.r, b.r)};
+}
 
-inline Words operator+(Words a, Words b) { return {_mm256_add_epi16(a.r, b.r)}; }
-inline Words operator-(Words a, Words b) { return {_mm256_sub_epi16(a.r, b.r)}; }
-inline Words multiplyHigh(Words a, Words b) { return {_mm256_mulhi_epu16(a.r, b.r)}; }
-inline Ints multiplyAddPairs(Words a, Words b) { return {_mm256_madd_epi16(a.r, b.r)}; }
+inline Words operator+(Words a, Words b)
+{
+    return {_mm256_add_epi16(a.r, b.r)};
+}
+inline Words operator-(Words a, Words b)
+{
+    return {_mm256_sub_epi16(a.r, b.r)};
+}
+inline Words operator|(Words a, Words b)
+{
+    return {_mm256_or_si256(a.r, b.r)};
+}
+inline Words multiplyHigh(Words a, Words b)
+{
+    return {_mm256_mulhi_epu16(a.r, b.r)};
+}
+inline Ints multiplyAddPairs(Words a, Words b)
+{
+    return {_mm256_madd_epi16(a.r, b.r)};
+}
 
-inline Ints operator+(Ints a, Ints b) { return {_mm256_add_epi32(a.r, b.r)}; }
-inline Ints operator-(Ints a, Ints b) { return {_mm256_sub_epi32(a.r, b.r)}; }
-inline Ints operator*(Ints a, Ints b) { return {_mm256_mullo_epi32(a.r, b.r)}; }
-inline Ints shiftRight(Ints a, int count) { return {_mm256_srl_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+inline Ints operator+(Ints a, Ints b)
+{
+    return {_mm256_add_epi32(a.r, b.r)};
+}
+inline Ints operator-(Ints a, Ints b)
+{
+    return {_mm256_sub_epi32(a.r, b.r)};
+}
+inline Ints operator*(Ints a, Ints b)
+{
+    return {_mm256_mullo_epi32(a.r, b.r)};
+}
+inline Ints shiftRight(Ints a, int count)
+{
+    return {_mm256_srl_epi32(a.r, _mm_cvtsi32_si128(count))};
+}
 
-inline Longs operator+(Longs a, Longs b) { return {_mm256_add_epi64(a.r, b.r)}; }
+inline Longs operator+(Longs a, Longs b)
+{
+    return {_mm256_add_epi64(a.r, b.r)};
+}
 
 // Sums of each eight neighbouring bytes.
-inline Longs sumsOfEight(Bytes a) { return {_mm256_sad_epu8(a.r, _mm256_setzero_si256())}; }
+inline Longs sumsOfEight(Bytes a)
+{
+    return {_mm256_sad_epu8(a.r, _mm256_setzero_si256())};
+}
 
 // Words::lanes bytes from memory, one a word, in order.
 inline Words widen(const std::uint8_t* p)
@@ -112,7 +205,10 @@ inline Ints widenWordsToInts(const std::uint8_t* p)
 }
 
 // Table entry for every byte, its lower four bits choosing the entry (bit 7 must be clear).
-inline Bytes lookUp(Bytes table, Bytes index) { return {_mm256_shuffle_epi8(table.r, index.r)}; }
+inline Bytes lookUp(Bytes table, Bytes index)
+{
+    return {_mm256_shuffle_epi8(table.r, index.r)};
+}
 inline Bytes loadTable(const std::uint8_t* sixteen)
 {
     return {_mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(sixteen)))};
@@ -126,32 +222,92 @@ Bytes bitToTop(Bytes a)
 }
 
 // Where bit 7 of `choice` is set b, else a.
-inline Bytes select(Bytes choice, Bytes a, Bytes b) { return {_mm256_blendv_epi8(a.r, b.r, choice.r)}; }
+inline Bytes selectByTop(Bytes choice, Bytes a, Bytes b)
+{
+    return {_mm256_blendv_epi8(a.r, b.r, choice.r)};
+}
 
 #else
 
-inline Bytes broadcast(std::uint8_t value) { return {_mm_set1_epi8(static_cast<char>(value))}; }
-inline Words broadcastWord(int value) { return {_mm_set1_epi16(static_cast<short>(value))}; }
-inline Ints broadcastInt(std::uint32_t value) { return {_mm_set1_epi32(static_cast<int>(value))}; }
-inline Longs zeroLongs() { return {_mm_setzero_si128()}; }
+inline Bytes broadcast(std::uint8_t value)
+{
+    return {_mm_set1_epi8(static_cast<char>(value))};
+}
+inline Words broadcastWord(int value)
+{
+    return {_mm_set1_epi16(static_cast<short>(value))};
+}
+inline Ints broadcastInt(std::uint32_t value)
+{
+    return {_mm_set1_epi32(static_cast<int>(value))};
+}
+inline Longs zeroLongs()
+{
+    return {_mm_setzero_si128()};
+}
 
-inline Bytes min(Bytes a, Bytes b) { return {_mm_min_epu8(a.r, b.r)}; }
-inline Bytes max(Bytes a, Bytes b) { return {_mm_max_epu8(a.r, b.r)}; }
-inline Bytes equal(Bytes a, Bytes b) { return {_mm_cmpeq_epi8(a.r, b.r)}; }
-inline Bytes operator&(Bytes a, Bytes b) { return {_mm_and_si128(a.r, b.r)}; }
-inline Bytes operator|(Bytes a, Bytes b) { return {_mm_or_si128(a.r, b.r)}; }
-inline Bytes operator^(Bytes a, Bytes b) { return {_mm_xor_si128(a.r, b.r)}; }
-inline Bytes andNot(Bytes a, Bytes b) { return {_mm_andnot_si128(a.r, b.r)}; }
-inline Bytes operator-(Bytes a, Bytes b) { return {_mm_sub_epi8(a.r, b.r)}; }
-inline Bytes greaterSigned(Bytes a, Bytes b) { return {_mm_cmpgt_epi8(a.r, b.r)}; }
+inline Bytes min(Bytes a, Bytes b)
+{
+    return {_mm_min_epu8(a.r, b.r)};
+}
+inline Bytes max(Bytes a, Bytes b)
+{
+    return {_mm_max_epu8(a.r, b.r)};
+}
+inline Bytes equal(Bytes a, Bytes b)
+{
+    return {_mm_cmpeq_epi8(a.r, b.r)};
+}
+inline Bytes operator&(Bytes a, Bytes b)
+{
+    return {_mm_and_si128(a.r, b.r)};
+}
+inline Bytes operator|(Bytes a, Bytes b)
+{
+    return {_mm_or_si128(a.r, b.r)};
+}
+inline Bytes operator^(Bytes a, Bytes b)
+{
+    return {_mm_xor_si128(a.r, b.r)};
+}
+inline Bytes operator-(Bytes a, Bytes b)
+{
+    return {_mm_sub_epi8(a.r, b.r)};
+}
+inline Bytes greaterSigned(Bytes a, Bytes b)
+{
+    return {_mm_cmpgt_epi8(a.r, b.r)};
+}
 
-inline Words operator+(Words a, Words b) { return {_mm_add_epi16(a.r, b.r)}; }
-inline Words operator-(Words a, Words b) { return {_mm_sub_epi16(a.r, b.r)}; }
-inline Words multiplyHigh(Words a, Words b) { return {_mm_mulhi_epu16(a.r, b.r)}; }
-inline Ints multiplyAddPairs(Words a, Words b) { return {_mm_madd_epi16(a.r, b.r)}; }
+inline Words operator+(Words a, Words b)
+{
+    return {_mm_add_epi16(a.r, b.r)};
+}
+inline Words operator-(Words a, Words b)
+{
+    return {_mm_sub_epi16(a.r, b.r)};
+}
+inline Words operator|(Words a, Words b)
+{
+    return {_mm_or_si128(a.r, b.r)};
+}
+inline Words multiplyHigh(Words a, Words b)
+{
+    return {_mm_mulhi_epu16(a.r, b.r)};
+}
+inline Ints multiplyAddPairs(Words a, Words b)
+{
+    return {_mm_madd_epi16(a.r, b.r)};
+}
 
-inline Ints operator+(Ints a, Ints b) { return {_mm_add_epi32(a.r, b.r)}; }
-inline Ints operator-(Ints a, Ints b) { return {_mm_sub_epi32(a.r, b.r)}; }
+inline Ints operator+(Ints a, Ints b)
+{
+    return {_mm_add_epi32(a.r, b.r)};
+}
+inline Ints operator-(Ints a, Ints b)
+{
+    return {_mm_sub_epi32(a.r, b.r)};
+}
 inline Ints operator*(Ints a, Ints b)
 {
     const __m128i even = _mm_mul_epu32(a.r, b.r);
@@ -159,17 +315,29 @@ inline Ints operator*(Ints a, Ints b)
     return {_mm_unpacklo_epi32(_mm_shuffle_epi32(even, _MM_SHUFFLE(0, 0, 2, 0)),
                                _mm_shuffle_epi32(odd, _MM_SHUFFLE(0, 0, 2, 0)))};
 }
-inline Ints shiftRight(Ints a, int count) { return {_mm_srl_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+inline Ints shiftRight(Ints a, int count)
+{
+    return {_mm_srl_epi32(a.r, _mm_cvtsi32_si128(count))};
+}
 
-inline Longs operator+(Longs a, Longs b) { return {_mm_add_epi64(a.r, b.r)}; }
-inline Longs sumsOfEight(Bytes a) { return {_mm_sad_epu8(a.r, _mm_setzero_si128())}; }
+inline Longs operator+(Longs a, Longs b)
+{
+    return {_mm_add_epi64(a.r, b.r)};
+}
+inline Longs sumsOfEight(Bytes a)
+{
+    return {_mm_sad_epu8(a.r, _mm_setzero_si128())};
+}
 
 inline Words widen(const std::uint8_t* p)
 {
     return {_mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128())};
 }
 
-inline Bytes narrow(Words first, Words second) { return {_mm_packus_epi16(first.r, second.r)}; }
+inline Bytes narrow(Words first, Words second)
+{
+    return {_mm_packus_epi16(first.r, second.r)};
+}
 
 inline Ints widenToInts(const std::uint8_t* p)
 {
@@ -184,6 +352,34 @@ inline Ints widenWordsToInts(const std::uint8_t* p)
 }
 
 #endif
+
+// The bytes at even and at odd places as words, and back (from words up to 255).
+inline Words evenBytes(Bytes a)
+{
+#ifdef __AVX2__
+    return {_mm256_and_si256(a.r, _mm256_set1_epi16(255))};
+#else
+    return {_mm_and_si128(a.r, _mm_set1_epi16(255))};
+#endif
+}
+
+inline Words oddBytes(Bytes a)
+{
+#ifdef __AVX2__
+    return {_mm256_srli_epi16(a.r, 8)};
+#else
+    return {_mm_srli_epi16(a.r, 8)};
+#endif
+}
+
+inline Bytes interleave(Words even, Words odd)
+{
+#ifdef __AVX2__
+    return {_mm256_or_si256(even.r, _mm256_slli_epi16(odd.r, 8))};
+#else
+    return {_mm_or_si128(even.r, _mm_slli_epi16(odd.r, 8))};
+#endif
+}
 
 // The lower and the upper halves of the bytes as words. Which half of the bytes either is depends on the instruction
 // set: the two together are all of them, which is what sums need.
@@ -227,30 +423,58 @@ inline std::uint32_t total(Longs a)
            static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_shuffle_epi32(two, 2)));
 }
 
-inline Ints asInts(Longs a) { return {a.r}; }
+inline Ints asInts(Longs a)
+{
+    return {a.r};
+}
 
-// The last count % Bytes::lanes bytes of a row in some of the lanes, `fill` in the others. Reads within the row only.
-constexpr std::uint8_t tailMask[2 * Bytes::lanes] = {
+// The lanes of a longer row of words, `words` places before those of `here` or after them.
+template <int words>
+Words before(Words previous, Words here)
+{
 #ifdef __AVX2__
-    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    return {_mm256_alignr_epi8(here.r, _mm256_permute2x128_si256(previous.r, here.r, 0x21), 16 - 2 * words)};
+#else
+    return {_mm_or_si128(_mm_slli_si128(here.r, 2 * words), _mm_srli_si128(previous.r, 16 - 2 * words))};
+#endif
+}
+
+template <int words>
+Words after(Words here, Words next)
+{
+#ifdef __AVX2__
+    return {_mm256_alignr_epi8(_mm256_permute2x128_si256(here.r, next.r, 0x21), here.r, 2 * words)};
+#else
+    return {_mm_or_si128(_mm_srli_si128(here.r, 2 * words), _mm_slli_si128(next.r, 16 - 2 * words))};
+#endif
+}
+
+// Where all bits of `choice` are set b, where none is a.
+inline Bytes select(Bytes choice, Bytes a, Bytes b)
+{
+    return a ^ ((a ^ b) & choice);
+}
+
+// The ends of rows.
+
+constexpr std::uint8_t lastLanesTable[2 * Bytes::lanes] = {
+#ifdef __AVX2__
+    0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,
+    0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,
     255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255,
 #else
-    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,   0,
 #endif
     255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255};
 
-inline Bytes loadTail(const std::uint8_t* row, std::ptrdiff_t count, std::uint8_t fill = 0)
+// All bits set in the last or the first `count` lanes.
+inline Bytes lastLanes(std::ptrdiff_t count)
 {
-    const std::ptrdiff_t left = count % Bytes::lanes;
-    if (count >= Bytes::lanes) {
-        const Bytes mask = load(tailMask + left), last = load(row + count - Bytes::lanes);
-        return (last & mask) | andNot(mask, broadcast(fill));
-    }
-    std::uint8_t padded[Bytes::lanes];
-    for (int i = 0; i < Bytes::lanes; ++i)
-        padded[i] = i < left ? row[i] : fill;
-    return load(padded);
+    return load(lastLanesTable + count);
+}
+inline Bytes firstLanes(std::ptrdiff_t count)
+{
+    return equal(lastLanes(Bytes::lanes - count), broadcast(0));
 }
 
 // Colour: Bytes::lanes pixels of three bytes, taken apart into their components.
@@ -290,7 +514,10 @@ inline Components takeApart(Components p)
 
 #else
 
-inline Components loadInterleaved(const std::uint8_t* p) { return {load(p), load(p + 16), load(p + 32)}; }
+inline Components loadInterleaved(const std::uint8_t* p)
+{
+    return {load(p), load(p + 16), load(p + 32)};
+}
 
 inline Components takeApart(Components p)
 {
@@ -306,7 +533,51 @@ inline Components takeApart(Components p)
 
 #endif
 
-inline Components loadComponents(const std::uint8_t* p) { return takeApart(loadInterleaved(p)); }
+inline Components loadComponents(const std::uint8_t* p)
+{
+    return takeApart(loadInterleaved(p));
+}
+
+// The first `count` pixels, fewer than a vector has; the others are black.
+inline Components loadFirstInterleaved(const std::uint8_t* p, std::ptrdiff_t count)
+{
+    std::uint8_t pixels[3 * Bytes::lanes] = {};
+    __builtin_memcpy(pixels, p, static_cast<std::size_t>(3 * count));
+    return loadInterleaved(pixels);
+}
+
+// The last vector of a row: the pixels that no whole vector before it has held, among others that do not count. No
+// byte outside the row is read.
+class LastVector {
+public:
+    explicit LastVector(std::ptrdiff_t width) : width_(width), left_(width % Bytes::lanes), wide_(width >= Bytes::lanes)
+    {
+    }
+
+    // Column of the first lane.
+    std::ptrdiff_t start() const { return wide_ ? width_ - Bytes::lanes : 0; }
+
+    // All bits set where the pixels count.
+    Bytes counting() const { return wide_ ? lastLanes(left_) : firstLanes(left_); }
+
+    Bytes bytes(const std::uint8_t* row) const
+    {
+        if (wide_)
+            return load(row + start());
+        std::uint8_t pixels[Bytes::lanes] = {};
+        __builtin_memcpy(pixels, row, static_cast<std::size_t>(left_));
+        return load(pixels);
+    }
+
+    Components interleaved(const std::uint8_t* row) const
+    {
+        return wide_ ? loadInterleaved(row + 3 * start()) : loadFirstInterleaved(row, left_);
+    }
+
+private:
+    std::ptrdiff_t width_, left_;
+    bool wide_;
+};
 
 }  // namespace
 }  // namespace zkit::ZKIT_SET

@@ -39,8 +39,7 @@ TEST_F(NoiseTest, ratio_and_root_mean_square)
         EXPECT_EQ(ImgSignalNoiseRatio(&src_, &wide_, 4, IMG_REFERENCE_NOISELESS), decibels(199 / 2.0));
         EXPECT_FLOAT_EQ(ImgSignalNoiseRatio(&src_, &wide_, 4, IMG_REFERENCE_INDEPENDENT_NOISE),
                         decibels(1.25 * 199 / 2));
-        EXPECT_FLOAT_EQ(ImgSignalNoiseRatio(&src_, &wide_, 4, IMG_REFERENCE_INCLUDES_SOURCE),
-                        decibels(0.75 * 199 / 2));
+        EXPECT_FLOAT_EQ(ImgSignalNoiseRatio(&src_, &wide_, 4, IMG_REFERENCE_INCLUDES_SOURCE), decibels(0.75 * 199 / 2));
         EXPECT_FLOAT_EQ(ImgRmsNoise(&src_, &wide_, 4, IMG_REFERENCE_INCLUDES_SOURCE), std::sqrt(2 / 0.75F / 6));
         EXPECT_EQ(ImgSignalNoiseRatio(&src_, &wide_, 1, IMG_REFERENCE_INCLUDES_SOURCE), -INFINITY);
         EXPECT_EQ(ImgRmsNoise(&src_, &wide_, 1, IMG_REFERENCE_INCLUDES_SOURCE), INFINITY);

@@ -126,6 +126,8 @@ TEST_F(PixelStatTest, a_predicate_meets_every_pixel_of_the_region_once)
     ZImage<ZC24> colour(3, 3);
     colour.SetPixel({1, 2, 3}, 2, 1);
     EXPECT_EQ(ImgCount(&colour, [](ZC24& pixel) { return pixel.c1 == 2 ? 1 : 0; }), 1U);
+    EXPECT_EQ(ImgCount(&image, [](ZBW8&) -> int { return ZSetError(Z_ERROR_BAD_MODE); }), 0U);
+    EXPECT_FAILURE(1009, "ImgCount (BW8)");
     EXPECT_EQ(ImgCount(&image, nullptr), 0U);
     EXPECT_FAILURE(1012, "ImgCount (BW8)");
 }

@@ -38,6 +38,9 @@ TEST_F(ColorTest, component_i_is_byte_2_minus_i)
     EXPECT_FAILURE(1013, "ClrGetComponent");
     EXPECT_EQ(ClrSetComponent(&plane, &colour, 0), 1402);
     EXPECT_FAILURE(1402, "ClrSetComponent");
+    ZROI<ZC24> outside(&colour, 1, 1, 3, 3);
+    EXPECT_EQ(ClrGetComponent(&outside, nullptr, 0, nullptr), 1400);
+    EXPECT_FAILURE(1400, "ClrGetComponent");
     EXPECT_EQ(ClrSetComponent(nullptr, &colour, 0), 1400);
     EXPECT_FAILURE(1400, "ClrSetComponent");
 }

@@ -55,8 +55,15 @@ TEST_F(DrawingTest, a_plot_maps_its_ranges_to_its_view)
     }
     plot.SetXRange(-huge, huge);
     EXPECT_EQ(plot.XView(-huge), 156);
+    EXPECT_EQ(plot.XView(0), 411);
+    EXPECT_EQ(plot.XView(huge), 666);
+    EXPECT_EQ(plot.XView(infinite), INT_MAX);
+    plot.SetXRange(0, 137);  // halves go to the right, however the quotient is rounded
+    plot.SetView(-7, 0, 199, 200);
+    EXPECT_EQ(plot.XView(74.5), 117);
+    plot.SetXRange(-huge, huge);
     plot.SetView(INT_MAX, INT_MIN, INT_MAX, INT_MAX);
-    EXPECT_EQ(plot.XView(-huge), INT_MAX);
+    EXPECT_GT(plot.XView(-huge), INT_MAX - 300);
 }
 
 TEST_F(DrawingTest, annotations_stay_in_the_rectangle_and_name_round_values)

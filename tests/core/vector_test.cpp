@@ -20,8 +20,8 @@ std::ostream& operator<<(std::ostream& out, const Structure& s)
 
 Structure structureOf(const ZVector& v)
 {
-    return {v.GetNbGroup(), v.GetNbMaxGroup(), v.GetGroupLength(), v.GetDataSize(), v.GetDataType(),
-            v.GetAllocatedSize()};
+    return {v.GetNbGroup(),  v.GetNbMaxGroup(), v.GetGroupLength(),
+            v.GetDataSize(), v.GetDataType(),   v.GetAllocatedSize()};
 }
 
 TEST_F(VectorTest, types_have_their_structures)
@@ -33,7 +33,7 @@ TEST_F(VectorTest, types_have_their_structures)
         int type, a, b;
         Structure expected;
     } const cases[] = {
-        {1, 0, 0, {0, 2000, 3, 4, 2, 24000}}, {1, 5, 9, {0, 5, 3, 4, 2, 60}},     {2, 0, 0, {1, 1, 256, 4, 1, 1024}},
+        {1, 0, 0, {0, 2000, 3, 4, 2, 24000}}, {1, 5, 9, {0, 5, 3, 4, 2, 60}},      {2, 0, 0, {1, 1, 256, 4, 1, 1024}},
         {2, 1, 77, {1, 1, 77, 4, 1, 308}},    {3, 1, 256, {1, 1, 256, 2, 1, 512}}, {4, 6, 3, {6, 6, 3, 4, 1, 72}},
         {7, 5, 0, {5, 5, 1, 4, 1, 20}},
     };
@@ -64,7 +64,8 @@ TEST_F(VectorTest, a_structure_that_cannot_be_had_changes_nothing)
     EXPECT_EQ(structureOf(vector), before);
     EXPECT_EQ(vector.GetVectType(), 2);
 
-    EXPECT_EQ(vector.SetStructure(8, 0, 5, 4), 0);  // no group: empty
+    EXPECT_EQ(vector.SetStructure(8, 5, 0, 4), 0);  // groups without elements: empty
+    EXPECT_EQ(vector.GetNbGroup(), 0);
     EXPECT_EQ(vector.GetDataPtr(), nullptr);
     EXPECT_EQ(vector.GetVectType(), 2);
 }

@@ -76,7 +76,7 @@ TEST_F(PredefinedFilterTest, failures_of_the_colour_form_come_from_inside)
     EXPECT_FAILURE(1401, "ImgConvolLowpass3 (C24)");
     ImgConvolLowpass3(&colour, &empty);
     EXPECT_FAILURE(1402, "ImgConvolLowpass3", "ImgConvolLowpass3 (C24)");
-    ImgConvolLowpass3(&colour, nullptr);
+    ImgConvolLowpass3(&outside, nullptr);
     EXPECT_FAILURE(1400, "ImgConvolLowpass3 (C24)");
 }
 

@@ -10,7 +10,7 @@ namespace {
 // Calls an operation on a region of its pixel type; where it takes two, on the same one twice.
 template <class T>
 struct Row {
-    const char* name; // the last one of the trail
+    const char* name;  // the last one of the trail
     std::function<void(ZROI<T>*)> call;
 };
 
@@ -120,7 +120,7 @@ TEST_F(ContractTest, operations_succeed_silently)
         row.call(&grey);
     for (const auto& row : colourOperations)
         row.call(&colour);
-    EXPECT_FAILURE(0, "ImgPixelStdDev"); // the grey form records its name always
+    EXPECT_FAILURE(0, "ImgPixelStdDev");  // the grey form records its name always
 }
 
 }  // namespace

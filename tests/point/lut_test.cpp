@@ -42,6 +42,22 @@ TEST_F(LutTest, the_place_of_the_regions_does_not_matter)
     expectSameEverywhere<ZBW8>([&](auto src, auto dst) { ImgLut(src, dst, &untyped_); }, 120);
 }
 
+TEST_F(LutTest, the_table_may_be_overwritten)
+{
+    ZImage<ZBW8> src(16, 1), dst;
+    for (int i = 0; i < 16; ++i)
+        src.SetPixel(static_cast<ZBW8>(i / 2), i, 0);
+    const std::vector<std::uint8_t> expected =
+        separateResult<ZBW8>([&](auto from, auto to) { ImgLut(from, to, &untyped_); }, src);
+    dst.Attach(typed_.GetDataPtr(), 16, 1, 16);
+    withBothWorkers([&] {
+        for (unsigned i = 0; i < 16; ++i)
+            typed_[i] = static_cast<ZBW8>(7 * i + 3);
+        ImgLut(&src, &dst, &typed_);
+        EXPECT_EQ(bytesOf(dst), expected);
+    });
+}
+
 TEST_F(LutTest, checks_are_made_in_their_order)
 {
     ZImage<ZBW8> src(4, 4), dst(4, 4), small(3, 4), empty, alsoEmpty;

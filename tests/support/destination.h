@@ -38,7 +38,8 @@ template <class T>
 struct ExactBuffer {
     ExactBuffer(Random& random, int width, int height)
     {
-        const int offset = random(0, 9), rowBytes = width * static_cast<int>(sizeof(T)), pitch = rowBytes + random(0, 9);
+        const int offset = random(0, 9), rowBytes = width * static_cast<int>(sizeof(T)),
+                  pitch = rowBytes + random(0, 9);
         bytes.reset(new std::uint8_t[static_cast<std::size_t>(offset + pitch * (height - 1) + rowBytes)]);
         const bool bottomUp = random(0, 3) == 0;
         image.Attach(bytes.get() + offset + (bottomUp ? pitch * (height - 1) : 0), width, height,

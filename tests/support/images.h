@@ -13,7 +13,7 @@ class Random {
 public:
     explicit Random(unsigned seed) : engine_(seed) {}
 
-    int operator()(int low, int high) // both included
+    int operator()(int low, int high)  // both included
     {
         const auto range = static_cast<std::uint64_t>(static_cast<std::int64_t>(high) - low + 1);
         return static_cast<int>(low + static_cast<std::int64_t>(engine_() % range));

@@ -48,7 +48,10 @@ public:
     enum Kind { noise, black, white, twoLevels, kinds };
 
     Pixels(Random& random, Kind kind, int width, int height, int pixelSize = 1)
-        : offset_(random(0, 40)), pitch_(width * pixelSize + random(0, 3) * 7), width_(width), height_(height),
+        : offset_(random(0, 40)),
+          pitch_(width * pixelSize + random(0, 3) * 7),
+          width_(width),
+          height_(height),
           size_(height > 0 ? static_cast<std::size_t>(offset_ + pitch_ * (height - 1) + width * pixelSize) : 0),
           bytes_(new std::uint8_t[size_])
     {
@@ -66,8 +69,12 @@ public:
     }
 
     Pixels(const Pixels& other)
-        : offset_(other.offset_), pitch_(other.pitch_), width_(other.width_), height_(other.height_),
-          size_(other.size_), bytes_(new std::uint8_t[size_])
+        : offset_(other.offset_),
+          pitch_(other.pitch_),
+          width_(other.width_),
+          height_(other.height_),
+          size_(other.size_),
+          bytes_(new std::uint8_t[size_])
     {
         std::memcpy(bytes_.get(), other.bytes_.get(), size_);
     }

@@ -66,7 +66,8 @@ TEST(AnalysisWorkers, pixel_count)
             const Pixels pixels(random, kind, width, random(0, 3));
             for (const auto& [low, high] : {std::pair(0, 255), std::pair(random(0, 255), random(0, 255)),
                                             std::pair(255, 0), std::pair(0, 0), std::pair(255, 255)}) {
-                SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width << ' ' << low << ' ' << high);
+                SCOPED_TRACE(testing::Message()
+                             << set.name << ' ' << kind << ' ' << width << ' ' << low << ' ' << high);
                 const auto l = static_cast<std::uint8_t>(low), h = static_cast<std::uint8_t>(high);
                 const PixelCounts packed = set.workers->count(pixels.source(), l, h);
                 const PixelCounts plain = plain::pixelCount.count(pixels.source(), l, h);

@@ -20,8 +20,8 @@ class ZKIT_CORE_API ZDrawingDevice {
 public:
     virtual ~ZDrawingDevice();
     virtual void MoveTo(int x, int y) = 0;
-    virtual void LineTo(int x, int y) = 0;                     ///< a line from the pen's position, which moves along
-    virtual void Text(int x, int y, const char* text) = 0;     ///< text whose top-left corner is (x, y)
+    virtual void LineTo(int x, int y) = 0;                  ///< a line from the pen's position, which moves along
+    virtual void Text(int x, int y, const char* text) = 0;  ///< text whose top-left corner is (x, y)
 
 private:
     friend int MoveToEx(ZDrawingDevice*, int, int, POINT*);

@@ -3,10 +3,10 @@
 
 #include <complex>
 
-using ZBW8 = unsigned char;               ///< grey, 0 black to 255 white
-using ZBW16 = unsigned short;             ///< grey of 16 bits
-using ZBW32 = unsigned int;               ///< sums and other 32-bit values
-using ZComplex64 = std::complex<float>;   ///< a frequency-domain value
+using ZBW8 = unsigned char;              ///< grey, 0 black to 255 white
+using ZBW16 = unsigned short;            ///< grey of 16 bits
+using ZBW32 = unsigned int;              ///< sums and other 32-bit values
+using ZComplex64 = std::complex<float>;  ///< a frequency-domain value
 
 /// Binary, eight pixels a byte: the first pixel of a byte is its most significant bit (mask 0x80), the next 0x40, and
 /// so on. As the value of a single pixel (ZROI::GetPixel, ZROI::SetPixel) `bits` is 0 or not 0.

@@ -9,7 +9,8 @@ public:
     ZPlot();
 
     /// The data values at the two ends of an axis. A range that is not finite or has no extent becomes [from, from + 1]
-    /// (or [0, 1] when `from` is not finite); from > to turns the axis round.
+    /// (or [0, 1] when `from` is not finite, [from, from / 2] when it is too large to count on); from > to turns the
+    /// axis round.
     void SetXRange(double from, double to);
     void SetYRange(double from, double to);
 
@@ -35,8 +36,8 @@ public:
 
 private:
     struct Axis {
-        double from, to;   // data values
-        int start, end;    // their device coordinates
+        double from, to;  // data values
+        int start, end;   // their device coordinates
 
         int view(double value) const;
     };

@@ -19,14 +19,14 @@ struct ImageStorage {
     unsigned char* pixels = nullptr;  // the first pixel of the first row; null without storage
     int width = 0;
     int height = 0;
-    int rowPitch = 0;        // bytes from a row to the next; negative when the rows are stored bottom up
-    void* owned = nullptr;   // what is to be freed
+    int rowPitch = 0;       // bytes from a row to the next; negative when the rows are stored bottom up
+    void* owned = nullptr;  // what is to be freed
 };
 
 template <class T>
-constexpr int bitsPerPixel = 8 * sizeof(T);
+inline constexpr int bitsPerPixel = 8 * sizeof(T);
 template <>
-constexpr int bitsPerPixel<ZBW1> = 1;
+inline constexpr int bitsPerPixel<ZBW1> = 1;
 
 }  // namespace zkit
 
@@ -190,7 +190,7 @@ public:
     /// Uses a caller's buffer in place (of a camera, of another library), which must outlive its use. The buffer may
     /// have any address, any pitch and nothing after its last pixel.
     /// @param pixels    the first pixel of the top row, not null (else 1011)
-    /// @param width     pixels a row, at least 1 (else 1012)
+    /// @param width     pixels a row, at least 1 and no more than an int can count the bytes of (else 1012)
     /// @param height    rows, at least 1 (else 1013)
     /// @param rowPitch  bytes from a row to the next; negative for rows stored bottom up. With more than one row its
     ///                  magnitude is at least the bytes of a row (else 1014)

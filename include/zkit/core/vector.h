@@ -34,8 +34,8 @@ public:
     int GetVectType() const { return vectType_; }
     bool IsSameVectType(int vectType) const { return vectType_ == vectType; }
 
-    int GetNbGroup() const { return groups_; }   ///< groups in use
-    int GetNbMaxGroup() const;                   ///< groups that the storage holds
+    int GetNbGroup() const { return groups_; }  ///< groups in use
+    int GetNbMaxGroup() const;                  ///< groups that the storage holds
 
     /// Sets the number of groups in use. Raises 1011 for a negative number or one beyond the capacity.
     short SetNbGroup(int groups);

@@ -71,7 +71,7 @@ ZKIT_IMG_API short ImgArea(ZROI<ZBW8>* src, unsigned char threshold, int& area);
 ZKIT_IMG_API short ImgAreaDoubleThreshold(ZROI<ZBW8>* src, unsigned char low, unsigned char high, int& area);
 
 /// The number of pixels for which the predicate answers not 0; it is called once a pixel, row by row from the top left.
-/// 0 after a failure; a null predicate is 1012. Trail: "ImgCount (BW8)".
+/// 0 after a failure, also after one that the predicate has raised; a null predicate is 1012. Trail: "ImgCount (BW8)".
 ZKIT_IMG_API unsigned int ImgCount(ZROI<ZBW8>* src, int (*predicate)(ZBW8&));
 
 /// The same for colour pixels. Trail: "ImgCount (C24)".
@@ -105,7 +105,7 @@ ZKIT_IMG_API void ImgWeighedMoments(ZROI<ZBW8>* src, float& m00, float& m10, flo
 /// The walk over the rows is slanted: of each row all pixels but the last are taken, and each row starts one pixel
 /// further to the left than the one above it; it goes on while it is before the first pixel of the region's last row.
 /// Pixels outside the region therefore take part; bytes outside the image's storage count 0. A region one pixel wide
-/// has focus 0. Returns 0 after a failure. Trail: "ImgFocusing (BW8)".
+/// has focus 0, one without pixels none (not a number). Returns 0 after a failure. Trail: "ImgFocusing (BW8)".
 ZKIT_IMG_API float ImgFocusing(ZROI<ZBW8>* src);
 
 /// The same over the bytes of colour pixels, each compared with the same byte of the neighbours, and the mean over all
@@ -121,7 +121,8 @@ enum IMG_REFERENCE_NOISE : int {
 
 /// Signal-to-noise ratio in decibels: 10 log10(sum src^2 / sum (src - ref)^2) + 10 log10 q, with n = 1; 0 where source
 /// and reference are equal, and after a failure. Errors: 1402 sizes differ, tested before 1400 and 1401; 1013 for
-/// IMG_REFERENCE_INCLUDES_SOURCE, unless the two are equal. Trail: "ImgSignalNoiseRatio (BW8 source and BW8 reference)".
+/// IMG_REFERENCE_INCLUDES_SOURCE, unless the two are equal. Trail: "ImgSignalNoiseRatio (BW8 source and BW8
+/// reference)".
 ZKIT_IMG_API float ImgSignalNoiseRatio(ZROI<ZBW8>* src, ZROI<ZBW8>* ref, IMG_REFERENCE_NOISE reference);
 
 /// The same against the sum of `count` images, a power of two from 1 to 256 (else 1013, tested first): every reference
@@ -136,6 +137,6 @@ ZKIT_IMG_API float ImgSignalNoiseRatio(ZROI<ZBW8>* src, ZROI<ZBW16>* ref, unsign
 ZKIT_IMG_API float ImgRmsNoise(ZROI<ZBW8>* src, ZROI<ZBW8>* ref, IMG_REFERENCE_NOISE reference);
 
 /// The same against the sum of `count` images, as for the ratio; the rows are added up in double precision. With
-/// IMG_REFERENCE_INCLUDES_SOURCE and one image the result is infinite. Trail: "ImgRmsNoise (BW8 source and BW16
-/// reference)".
+/// IMG_REFERENCE_INCLUDES_SOURCE and one image the result is infinite, or not a number without noise. Trail:
+/// "ImgRmsNoise (BW8 source and BW16 reference)".
 ZKIT_IMG_API float ImgRmsNoise(ZROI<ZBW8>* src, ZROI<ZBW16>* ref, unsigned int count, IMG_REFERENCE_NOISE reference);

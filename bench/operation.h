@@ -1,0 +1,49 @@
+// What is measured: the operations of each family, the peer's equivalents and the limits of the machine.
+#pragma once
+
+#include "scene.h"
+
+#include <span>
+
+namespace bench {
+
+// The arguments of the operations, the same for the peer.
+inline constexpr unsigned char low = 90;
+inline constexpr unsigned char high = 150;
+
+/// Entry of the look-up table; its values matter to nobody.
+constexpr unsigned char tableEntry(int level)
+{
+    return static_cast<unsigned char>(level * 167 + 13);
+}
+
+/// Does an operation once on the scene's current images.
+using Body = void (*)(Scene& scene);
+
+/// One line of the table. The bytes are those that must be read and written for every pixel.
+struct Operation {
+    const char* name;
+    const char* type;
+    int bytesRead;
+    int bytesWritten;
+    Body body;
+};
+
+std::span<const Operation> analysisOperations();
+std::span<const Operation> pointOperations();
+std::span<const Operation> filterOperations();
+
+/// The peer's equivalent of the operation with the same name and type.
+struct Peer {
+    const char* name;
+    const char* type;
+    Body body;
+};
+
+/// One entry for every operation that the peer offers, made ready to run on one thread; none when it is not installed.
+std::span<const Peer> peers();
+
+/// What the memory allows: a copy of one byte a pixel and a pass that only reads.
+std::span<const Operation> limits();
+
+}  // namespace bench
