@@ -57,65 +57,50 @@ void forComponents(const std::uint8_t* row, std::ptrdiff_t width, Step step)
         step(takeApart(loadFirstInterleaved(row + 3 * x, width - x)));
 }
 
-// Sums of bytes at every third place. The places are summed by themselves, in words, as long as those cannot overflow;
-// which component a place belongs to matters only then.
-class ThirdSums {
-public:
-    void add(const std::uint8_t* pixels)
-    {
-        for (int i = 0; i < 3; ++i) {
-            const Bytes bytes = load(pixels + i * Bytes::lanes);
-            even_[i] = even_[i] + evenBytes(bytes);
-            odd_[i] = odd_[i] + oddBytes(bytes);
-        }
-        if (++added_ == 257)  // times 255 is 65535
-            flush();
+// Adds the sums of the bytes at even and odd places of a vector whose byte 0 is byte `first` of a pixel.
+void addPlaces(ColourSums& sums, Words even, Words odd, int first)
+{
+    std::uint16_t evenLanes[Words::lanes], oddLanes[Words::lanes];
+    store(evenLanes, even);
+    store(oddLanes, odd);
+    for (int lane = 0; lane < Words::lanes; ++lane) {
+        sums.values[(first + 2 * lane) % 3] += evenLanes[lane];
+        sums.values[(first + 2 * lane + 1) % 3] += oddLanes[lane];
     }
+}
 
-    ColourSums result()
-    {
-        flush();
-        return sums_;
-    }
-
-private:
-    void flush()
-    {
-        for (int i = 0; i < 3; ++i) {
-            std::uint16_t even[Words::lanes], odd[Words::lanes];
-            store(even, even_[i]);
-            store(odd, odd_[i]);
-            for (int lane = 0; lane < Words::lanes; ++lane) {
-                const int place = i * Bytes::lanes + 2 * lane;
-                sums_.values[place % 3] += even[lane];
-                sums_.values[(place + 1) % 3] += odd[lane];
-            }
-            even_[i] = odd_[i] = broadcastWord(0);
-        }
-        added_ = 0;
-    }
-
-    Words even_[3] = {broadcastWord(0), broadcastWord(0), broadcastWord(0)};
-    Words odd_[3] = {broadcastWord(0), broadcastWord(0), broadcastWord(0)};
-    int added_ = 0;
-    ColourSums sums_ = {};
-};
-
+// Every place of the three vectors that hold Bytes::lanes pixels is summed by itself, as long as words can hold that;
+// only then it matters which component it is of.
 ColourSums colour(Source src)
 {
-    ThirdSums sums;
-    for (std::ptrdiff_t y = 0; y < src.height; ++y) {
-        const std::uint8_t* row = src.data + y * src.pitch;
-        std::ptrdiff_t x = 0;
-        for (; x + Bytes::lanes <= src.width; x += Bytes::lanes)
-            sums.add(row + 3 * x);
-        if (x < src.width) {
-            std::uint8_t padded[3 * Bytes::lanes] = {};
-            __builtin_memcpy(padded, row + 3 * x, static_cast<std::size_t>(3 * (src.width - x)));
-            sums.add(padded);
+    constexpr int most = 65535 / 255;
+    const Words zero = broadcastWord(0);
+    ColourSums sums{};
+    Words even0 = zero, odd0 = zero, even1 = zero, odd1 = zero, even2 = zero, odd2 = zero;
+    int left = most;
+    for (std::ptrdiff_t y = 0; y < src.height; ++y)
+        for (std::ptrdiff_t x = 0; x < src.width; x += Bytes::lanes) {
+            const std::uint8_t* pixels = src.data + y * src.pitch + 3 * x;
+            std::uint8_t padded[3 * Bytes::lanes];
+            if (x + Bytes::lanes > src.width)
+                pixels = padFirst(padded, pixels, src.width - x);
+            const Bytes a = load(pixels), b = load(pixels + Bytes::lanes), c = load(pixels + 2 * Bytes::lanes);
+            even0 = even0 + evenBytes(a);
+            odd0 = odd0 + oddBytes(a);
+            even1 = even1 + evenBytes(b);
+            odd1 = odd1 + oddBytes(b);
+            even2 = even2 + evenBytes(c);
+            odd2 = odd2 + oddBytes(c);
+            const bool last = y + 1 == src.height && x + Bytes::lanes >= src.width;
+            if (--left > 0 && !last)
+                continue;
+            addPlaces(sums, even0, odd0, 0);
+            addPlaces(sums, even1, odd1, Bytes::lanes % 3);
+            addPlaces(sums, even2, odd2, 2 * Bytes::lanes % 3);
+            even0 = odd0 = even1 = odd1 = even2 = odd2 = zero;
+            left = most;
         }
-    }
-    return sums.result();
+    return sums;
 }
 
 ColourRowSums colourRow(const std::uint8_t* row, std::ptrdiff_t width)

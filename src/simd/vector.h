@@ -538,12 +538,20 @@ inline Components loadComponents(const std::uint8_t* p)
     return takeApart(loadInterleaved(p));
 }
 
-// The first `count` pixels, fewer than a vector has; the others are black.
+// Copies the first `count` pixels, fewer than a vector has, and makes the others black.
+inline const std::uint8_t* padFirst(std::uint8_t (&padded)[3 * Bytes::lanes], const std::uint8_t* p,
+                                    std::ptrdiff_t count)
+{
+    for (int i = 0; i < 3; ++i)
+        store(padded + i * Bytes::lanes, broadcast(0));
+    __builtin_memcpy(padded, p, static_cast<std::size_t>(3 * count));
+    return padded;
+}
+
 inline Components loadFirstInterleaved(const std::uint8_t* p, std::ptrdiff_t count)
 {
-    std::uint8_t pixels[3 * Bytes::lanes] = {};
-    __builtin_memcpy(pixels, p, static_cast<std::size_t>(3 * count));
-    return loadInterleaved(pixels);
+    std::uint8_t padded[3 * Bytes::lanes];
+    return loadInterleaved(padFirst(padded, p, count));
 }
 
 // The last vector of a row: the pixels that no whole vector before it has held, among others that do not count. No

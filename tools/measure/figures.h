@@ -1,0 +1,19 @@
+// The figures of a region, one function per pixel type. They throw MeasureError.
+#pragma once
+
+#include "measure/measure.h"
+
+namespace zkit::tool {
+
+/// By the library's operations.
+GreyFigures measureGrey(ZImage<ZBW8>& image, const Rectangle& region, int threshold);
+ColourFigures measureColour(ZImage<ZC24>& image, const Rectangle& region);
+
+/// By formulas of its own in double precision, since the library measures 8-bit pixels. Focus takes each pixel's
+/// differences to the right-hand and the lower neighbour within the region.
+GreyFigures measureWide(ZImage<ZBW16>& image, const Rectangle& region, int threshold);
+
+/// Throws what the library has pending: the sentence of the code and, in brackets, the trail.
+void throwPendingError();
+
+}  // namespace zkit::tool
