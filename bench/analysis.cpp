@@ -65,15 +65,9 @@ void countColor(Scene& scene)
     ImgCount(scene.color(), [](ZC24& pixel) { return pixel.c1 > high ? 1 : 0; });
 }
 
-void pixelCompare(Scene& scene)
-{
-    ImgPixelCompare(scene.grey(), scene.greyReference());
-}
+void pixelCompare(Scene& scene) { ImgPixelCompare(scene.grey(), scene.greyReference()); }
 
-void pixelCompareColor(Scene& scene)
-{
-    ImgPixelCompare(scene.color(), scene.colorReference());
-}
+void pixelCompareColor(Scene& scene) { ImgPixelCompare(scene.color(), scene.colorReference()); }
 
 void pixelVariance(Scene& scene)
 {
@@ -119,15 +113,9 @@ void gravityCenter(Scene& scene)
     ImgGravityCenter(scene.grey(), low, x, y);
 }
 
-void focusing(Scene& scene)
-{
-    ImgFocusing(scene.grey());
-}
+void focusing(Scene& scene) { ImgFocusing(scene.grey()); }
 
-void focusingColor(Scene& scene)
-{
-    ImgFocusing(scene.color());
-}
+void focusingColor(Scene& scene) { ImgFocusing(scene.color()); }
 
 void signalNoiseRatio(Scene& scene)
 {
@@ -139,10 +127,7 @@ void signalNoiseRatioToSum(Scene& scene)
     ImgSignalNoiseRatio(scene.grey(), scene.greySum(), Scene::summedImages, IMG_REFERENCE_INDEPENDENT_NOISE);
 }
 
-void rmsNoise(Scene& scene)
-{
-    ImgRmsNoise(scene.grey(), scene.greyReference(), IMG_REFERENCE_INDEPENDENT_NOISE);
-}
+void rmsNoise(Scene& scene) { ImgRmsNoise(scene.grey(), scene.greyReference(), IMG_REFERENCE_INDEPENDENT_NOISE); }
 
 void rmsNoiseToSum(Scene& scene)
 {
@@ -179,9 +164,6 @@ constexpr Operation table[] = {
 
 }  // namespace
 
-std::span<const Operation> analysisOperations()
-{
-    return table;
-}
+std::span<const Operation> analysisOperations() { return table; }
 
 }  // namespace bench

@@ -6,15 +6,9 @@ namespace bench {
 
 namespace {
 
-void lowpass3(Scene& scene)
-{
-    ImgConvolLowpass3(scene.grey(), scene.greyResult());
-}
+void lowpass3(Scene& scene) { ImgConvolLowpass3(scene.grey(), scene.greyResult()); }
 
-void lowpass3Color(Scene& scene)
-{
-    ImgConvolLowpass3(scene.color(), scene.colorResult());
-}
+void lowpass3Color(Scene& scene) { ImgConvolLowpass3(scene.color(), scene.colorResult()); }
 
 constexpr Operation table[] = {
     {"ImgConvolLowpass3", "BW8", 1, 1, lowpass3},
@@ -23,9 +17,6 @@ constexpr Operation table[] = {
 
 }  // namespace
 
-std::span<const Operation> filterOperations()
-{
-    return table;
-}
+std::span<const Operation> filterOperations() { return table; }
 
 }  // namespace bench

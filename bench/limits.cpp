@@ -71,9 +71,6 @@ constexpr Operation table[] = {
 
 }  // namespace
 
-std::span<const Operation> limits()
-{
-    return table;
-}
+std::span<const Operation> limits() { return table; }
 
 }  // namespace bench

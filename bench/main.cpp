@@ -112,7 +112,4 @@ int run(int count, char** arguments)
 
 }  // namespace bench
 
-int main(int count, char** arguments)
-{
-    return bench::run(count, arguments);
-}
+int main(int count, char** arguments) { return bench::run(count, arguments); }

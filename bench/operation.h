@@ -12,10 +12,7 @@ inline constexpr unsigned char low = 90;
 inline constexpr unsigned char high = 150;
 
 /// Entry of the look-up table; its values matter to nobody.
-constexpr unsigned char tableEntry(int level)
-{
-    return static_cast<unsigned char>(level * 167 + 13);
-}
+constexpr unsigned char tableEntry(int level) { return static_cast<unsigned char>(level * 167 + 13); }
 
 /// Does an operation once on the scene's current images.
 using Body = void (*)(Scene& scene);

@@ -3,9 +3,6 @@
 
 namespace bench {
 
-std::span<const Peer> peers()
-{
-    return {};
-}
+std::span<const Peer> peers() { return {}; }
 
 }  // namespace bench

@@ -15,40 +15,19 @@ cv::Mat matrix(ZImage<T>* image, int type)
     return {image->GetHeight(), image->GetWidth(), type, image->GetPixelPtr(0, 0), std::size_t(image->GetRowPitch())};
 }
 
-cv::Mat grey(Scene& scene)
-{
-    return matrix(scene.grey(), CV_8UC1);
-}
+cv::Mat grey(Scene& scene) { return matrix(scene.grey(), CV_8UC1); }
 
-cv::Mat greyReference(Scene& scene)
-{
-    return matrix(scene.greyReference(), CV_8UC1);
-}
+cv::Mat greyReference(Scene& scene) { return matrix(scene.greyReference(), CV_8UC1); }
 
-cv::Mat greyResult(Scene& scene)
-{
-    return matrix(scene.greyResult(), CV_8UC1);
-}
+cv::Mat greyResult(Scene& scene) { return matrix(scene.greyResult(), CV_8UC1); }
 
-cv::Mat greySum(Scene& scene)
-{
-    return matrix(scene.greySum(), CV_16UC1);
-}
+cv::Mat greySum(Scene& scene) { return matrix(scene.greySum(), CV_16UC1); }
 
-cv::Mat color(Scene& scene)
-{
-    return matrix(scene.color(), CV_8UC3);
-}
+cv::Mat color(Scene& scene) { return matrix(scene.color(), CV_8UC3); }
 
-cv::Mat colorReference(Scene& scene)
-{
-    return matrix(scene.colorReference(), CV_8UC3);
-}
+cv::Mat colorReference(Scene& scene) { return matrix(scene.colorReference(), CV_8UC3); }
 
-cv::Mat colorResult(Scene& scene)
-{
-    return matrix(scene.colorResult(), CV_8UC3);
-}
+cv::Mat colorResult(Scene& scene) { return matrix(scene.colorResult(), CV_8UC3); }
 
 void pixelMin(Scene& scene)
 {
@@ -71,15 +50,9 @@ void pixelStat(Scene& scene)
     cv::mean(source);
 }
 
-void pixelAverage(Scene& scene)
-{
-    cv::mean(grey(scene));
-}
+void pixelAverage(Scene& scene) { cv::mean(grey(scene)); }
 
-void pixelAverageColor(Scene& scene)
-{
-    cv::mean(color(scene));
-}
+void pixelAverageColor(Scene& scene) { cv::mean(color(scene)); }
 
 // Two thresholds, two masks; the third count is what remains.
 void pixelCount(Scene& scene)
@@ -121,32 +94,17 @@ void deviation(const cv::Mat& source)
     cv::meanStdDev(source, average, deviations);
 }
 
-void pixelVariance(Scene& scene)
-{
-    deviation(grey(scene));
-}
+void pixelVariance(Scene& scene) { deviation(grey(scene)); }
 
 // Does less: it has no covariances, and the operation that has them turns the picture into floats first.
-void pixelVarianceColor(Scene& scene)
-{
-    deviation(color(scene));
-}
+void pixelVarianceColor(Scene& scene) { deviation(color(scene)); }
 
 // Takes every pixel that is not 0, which in these pictures are about as many as are above the threshold.
-void binaryMoments(Scene& scene)
-{
-    cv::moments(grey(scene), true);
-}
+void binaryMoments(Scene& scene) { cv::moments(grey(scene), true); }
 
-void weighedMoments(Scene& scene)
-{
-    cv::moments(grey(scene), false);
-}
+void weighedMoments(Scene& scene) { cv::moments(grey(scene), false); }
 
-double squaredDifferences(const cv::Mat& one, const cv::Mat& other)
-{
-    return cv::norm(one, other, cv::NORM_L2SQR);
-}
+double squaredDifferences(const cv::Mat& one, const cv::Mat& other) { return cv::norm(one, other, cv::NORM_L2SQR); }
 
 // Within the region, unlike the slanted walk: the same number of differences.
 void focus(const cv::Mat& source)
@@ -156,15 +114,9 @@ void focus(const cv::Mat& source)
     squaredDifferences(source(here), source(here + cv::Point(0, 1)));
 }
 
-void focusing(Scene& scene)
-{
-    focus(grey(scene));
-}
+void focusing(Scene& scene) { focus(grey(scene)); }
 
-void focusingColor(Scene& scene)
-{
-    focus(color(scene));
-}
+void focusingColor(Scene& scene) { focus(color(scene)); }
 
 void signalNoiseRatio(Scene& scene)
 {
@@ -188,15 +140,9 @@ void signalNoiseRatioToSum(Scene& scene)
     squaredDifferences(source, averageOfSum(scene));
 }
 
-void rmsNoise(Scene& scene)
-{
-    squaredDifferences(grey(scene), greyReference(scene));
-}
+void rmsNoise(Scene& scene) { squaredDifferences(grey(scene), greyReference(scene)); }
 
-void rmsNoiseToSum(Scene& scene)
-{
-    squaredDifferences(grey(scene), averageOfSum(scene));
-}
+void rmsNoiseToSum(Scene& scene) { squaredDifferences(grey(scene), averageOfSum(scene)); }
 
 void lut(Scene& scene)
 {

@@ -29,9 +29,6 @@ constexpr Operation table[] = {
 
 }  // namespace
 
-std::span<const Operation> pointOperations()
-{
-    return table;
-}
+std::span<const Operation> pointOperations() { return table; }
 
 }  // namespace bench

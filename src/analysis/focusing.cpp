@@ -71,12 +71,6 @@ float focusing(const char* name, ZGenericROI* src, int pixelSize)
 
 }  // namespace
 
-float ImgFocusing(ZROI<ZBW8>* src)
-{
-    return focusing("ImgFocusing (BW8)", src, 1);
-}
+float ImgFocusing(ZROI<ZBW8>* src) { return focusing("ImgFocusing (BW8)", src, 1); }
 
-float ImgFocusing(ZROI<ZC24>* src)
-{
-    return focusing("ImgFocusing (C24)", src, 3);
-}
+float ImgFocusing(ZROI<ZC24>* src) { return focusing("ImgFocusing (C24)", src, 3); }

@@ -4,10 +4,7 @@
 namespace zkit::ZKIT_SET {
 namespace {
 
-Ints squared(Words difference)
-{
-    return multiplyAddPairs(difference, difference);
-}
+Ints squared(Words difference) { return multiplyAddPairs(difference, difference); }
 
 std::uint32_t row(const std::uint8_t* here, const std::uint8_t* below, std::ptrdiff_t count, int step)
 {

@@ -13,10 +13,7 @@ using namespace zkit;
 
 namespace {
 
-const MomentsWorkers& workers()
-{
-    return choose(plain::moments, sse2::moments, avx2::moments);
-}
+const MomentsWorkers& workers() { return choose(plain::moments, sse2::moments, avx2::moments); }
 
 // Calls use(y, moments) for every row, with weight 1 for the pixels from the threshold on.
 template <class Use>

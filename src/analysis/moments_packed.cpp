@@ -1,5 +1,5 @@
 #include "analysis/moments_workers.h"
-#include "simd/vector.h"
+#include "simd/row_end.h"
 
 namespace zkit::ZKIT_SET {
 namespace {

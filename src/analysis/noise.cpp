@@ -15,15 +15,9 @@ using namespace zkit;
 
 namespace {
 
-const NoiseWorkers& workers()
-{
-    return choose(plain::noise, sse2::noise, avx2::noise);
-}
+const NoiseWorkers& workers() { return choose(plain::noise, sse2::noise, avx2::noise); }
 
-bool comparable(ZGenericROI* src, ZGenericROI* ref)
-{
-    return sameSize(src, ref) && placed(src) && placed(ref);
-}
+bool comparable(ZGenericROI* src, ZGenericROI* ref) { return sameSize(src, ref) && placed(src) && placed(ref); }
 
 bool countOfImages(unsigned int count)
 {

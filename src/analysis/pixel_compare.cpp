@@ -10,10 +10,7 @@ using namespace zkit;
 
 namespace {
 
-const PixelCompareWorkers& workers()
-{
-    return choose(plain::pixelCompare, sse2::pixelCompare, avx2::pixelCompare);
-}
+const PixelCompareWorkers& workers() { return choose(plain::pixelCompare, sse2::pixelCompare, avx2::pixelCompare); }
 
 bool comparable(ZGenericROI* first, ZGenericROI* second)
 {

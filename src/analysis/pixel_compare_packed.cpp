@@ -4,10 +4,7 @@
 namespace zkit::ZKIT_SET {
 namespace {
 
-std::uint32_t pixelsOf(Source src)
-{
-    return static_cast<std::uint32_t>(src.width * src.height);
-}
+std::uint32_t pixelsOf(Source src) { return static_cast<std::uint32_t>(src.width * src.height); }
 
 std::uint32_t grey(Source first, Source second)
 {

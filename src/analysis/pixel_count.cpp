@@ -10,10 +10,7 @@ using namespace zkit;
 
 namespace {
 
-const PixelCountWorkers& workers()
-{
-    return choose(plain::pixelCount, sse2::pixelCount, avx2::pixelCount);
-}
+const PixelCountWorkers& workers() { return choose(plain::pixelCount, sse2::pixelCount, avx2::pixelCount); }
 
 template <class Pixel>
 unsigned int countPixels(const char* name, ZROI<Pixel>* src, int (*predicate)(Pixel&))

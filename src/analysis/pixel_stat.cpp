@@ -10,10 +10,7 @@ using namespace zkit;
 
 namespace {
 
-const PixelStatWorkers& workers()
-{
-    return choose(plain::pixelStat, sse2::pixelStat, avx2::pixelStat);
-}
+const PixelStatWorkers& workers() { return choose(plain::pixelStat, sse2::pixelStat, avx2::pixelStat); }
 
 Source joined(ZROI<ZBW8>* region)
 {

@@ -25,15 +25,9 @@ std::uint8_t minimum(Source src)
     return foldLanes(foldRows(src, broadcast(255), 255, Smaller(), Smaller()), Smaller());
 }
 
-std::uint8_t maximum(Source src)
-{
-    return foldLanes(foldRows(src, broadcast(0), 0, Greater(), Greater()), Greater());
-}
+std::uint8_t maximum(Source src) { return foldLanes(foldRows(src, broadcast(0), 0, Greater(), Greater()), Greater()); }
 
-std::uint32_t sum(Source src)
-{
-    return total(foldRows(src, zeroLongs(), 0, AddBytes(), AddSums()));
-}
+std::uint32_t sum(Source src) { return total(foldRows(src, zeroLongs(), 0, AddBytes(), AddSums())); }
 
 // One pass: a row is read once, and its sum is needed by itself.
 PixelStat stat(Source src, std::uint8_t first)

@@ -13,10 +13,7 @@ using namespace zkit;
 
 namespace {
 
-const PixelVarianceWorkers& workers()
-{
-    return choose(plain::pixelVariance, sse2::pixelVariance, avx2::pixelVariance);
-}
+const PixelVarianceWorkers& workers() { return choose(plain::pixelVariance, sse2::pixelVariance, avx2::pixelVariance); }
 
 // Of a variance, which rounding may leave a little below zero.
 float squareRoot(float variance)

@@ -9,15 +9,9 @@ struct Sums {
     Ints squares;
 };
 
-Ints squares(TwoWords a)
-{
-    return multiplyAddPairs(a.low, a.low) + multiplyAddPairs(a.high, a.high);
-}
+Ints squares(TwoWords a) { return multiplyAddPairs(a.low, a.low) + multiplyAddPairs(a.high, a.high); }
 
-Ints squaredDifferences(TwoWords a, TwoWords b)
-{
-    return squares({a.low - b.low, a.high - b.high});
-}
+Ints squaredDifferences(TwoWords a, TwoWords b) { return squares({a.low - b.low, a.high - b.high}); }
 
 GreySums grey(Source src)
 {

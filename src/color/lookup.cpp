@@ -11,10 +11,7 @@ namespace {
 
 using Conversion = void (*)(const double in[3], double out[3]);
 
-void identity(const double in[3], double out[3])
-{
-    std::copy_n(in, 3, out);
-}
+void identity(const double in[3], double out[3]) { std::copy_n(in, 3, out); }
 
 void toYuv(const double in[3], double out[3])
 {
@@ -64,10 +61,7 @@ void fromHsv(const double in[3], double out[3])
 }
 
 // IEC 61966-2-1: linear light from and to the coded values, 0 to 1.
-double linear(double coded)
-{
-    return coded <= 0.04045 ? coded / 12.92 : std::pow((coded + 0.055) / 1.055, 2.4);
-}
+double linear(double coded) { return coded <= 0.04045 ? coded / 12.92 : std::pow((coded + 0.055) / 1.055, 2.4); }
 
 double coded(double linear)
 {
@@ -77,10 +71,7 @@ double coded(double linear)
 constexpr double whiteX = 0.95047, whiteZ = 1.08883;  // D65, Y = 1
 
 // CIE 15: the cube root with a straight line near black.
-double labFunction(double t)
-{
-    return t > 216.0 / 24389.0 ? std::cbrt(t) : (24389.0 / 27.0 * t + 16.0) / 116.0;
-}
+double labFunction(double t) { return t > 216.0 / 24389.0 ? std::cbrt(t) : (24389.0 / 27.0 * t + 16.0) / 116.0; }
 
 double labInverse(double f)
 {

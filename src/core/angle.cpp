@@ -11,10 +11,7 @@ std::atomic<ZAngleUnit> unit{Z_ANGLE_DEGREES};
 
 }  // namespace
 
-ZAngleUnit ZGetAngleUnit()
-{
-    return unit.load(std::memory_order_relaxed);
-}
+ZAngleUnit ZGetAngleUnit() { return unit.load(std::memory_order_relaxed); }
 
 void ZSetAngleUnit(ZAngleUnit newUnit)
 {

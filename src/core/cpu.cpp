@@ -6,12 +6,6 @@ namespace {
 std::atomic<int> packedWorkers{1};
 }
 
-int ZGetMMX()
-{
-    return packedWorkers.load(std::memory_order_relaxed);
-}
+int ZGetMMX() { return packedWorkers.load(std::memory_order_relaxed); }
 
-void ZSetMMX(int enabled)
-{
-    packedWorkers.store(enabled != 0, std::memory_order_relaxed);
-}
+void ZSetMMX(int enabled) { packedWorkers.store(enabled != 0, std::memory_order_relaxed); }

@@ -47,10 +47,7 @@ void append(zkit::ErrorState& state, const char* name)
 
 }  // namespace
 
-short ZGetError()
-{
-    return own ? own->code : shared.code.load(std::memory_order_acquire);
-}
+short ZGetError() { return own ? own->code : shared.code.load(std::memory_order_acquire); }
 
 short ZSetError(Z_ERRORS code)
 {
@@ -69,10 +66,7 @@ short ZTraceError(const char* name)
     });
 }
 
-short ZOk()
-{
-    return Z_OK;
-}
+short ZOk() { return Z_OK; }
 
 void ZClearError()
 {
@@ -96,12 +90,6 @@ const char* ZGetTrace(int index)
     });
 }
 
-ZThreadErrorScope::ZThreadErrorScope() : outer_(own)
-{
-    own = &state_;
-}
+ZThreadErrorScope::ZThreadErrorScope() : outer_(own) { own = &state_; }
 
-ZThreadErrorScope::~ZThreadErrorScope()
-{
-    own = outer_;
-}
+ZThreadErrorScope::~ZThreadErrorScope() { own = outer_; }

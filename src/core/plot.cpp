@@ -12,10 +12,7 @@ constexpr int leftMargin = 56, rightMargin = 12, topMargin = 12, bottomMargin = 
 constexpr int tickLength = 5, tickSpacing = 50;
 constexpr int characterWidth = 7, characterHeight = 12;  // room kept for a character
 
-int add(int a, long long b)
-{
-    return static_cast<int>(std::clamp<long long>(a + b, INT_MIN, INT_MAX));
-}
+int add(int a, long long b) { return static_cast<int>(std::clamp<long long>(a + b, INT_MIN, INT_MAX)); }
 
 // The round step, 1, 2 or 5 times a power of ten, that divides a range into at most `count` pieces.
 double roundStep(double low, double high, int count)
@@ -40,10 +37,7 @@ int ZPlot::Axis::view(double value) const
     return std::isnan(position) ? start : static_cast<int>(std::clamp<double>(position, INT_MIN, INT_MAX));
 }
 
-ZPlot::ZPlot() : x_{0, 1, 0, 0}, y_{0, 1, 0, 0}
-{
-    SetView(0, 0, 256, 256);
-}
+ZPlot::ZPlot() : x_{0, 1, 0, 0}, y_{0, 1, 0, 0} { SetView(0, 0, 256, 256); }
 
 void ZPlot::setRange(Axis& axis, double from, double to)
 {
@@ -55,15 +49,9 @@ void ZPlot::setRange(Axis& axis, double from, double to)
         axis.to = from / 2;
 }
 
-void ZPlot::SetXRange(double from, double to)
-{
-    setRange(x_, from, to);
-}
+void ZPlot::SetXRange(double from, double to) { setRange(x_, from, to); }
 
-void ZPlot::SetYRange(double from, double to)
-{
-    setRange(y_, from, to);
-}
+void ZPlot::SetYRange(double from, double to) { setRange(y_, from, to); }
 
 void ZPlot::SetView(int x, int y, int width, int height)
 {
@@ -75,20 +63,11 @@ void ZPlot::SetView(int x, int y, int width, int height)
     y_.end = add(y, std::min(topMargin, height / 4));
 }
 
-int ZPlot::XView(double value) const
-{
-    return x_.view(value);
-}
+int ZPlot::XView(double value) const { return x_.view(value); }
 
-int ZPlot::YView(double value) const
-{
-    return y_.view(value);
-}
+int ZPlot::YView(double value) const { return y_.view(value); }
 
-int ZPlot::GetBaseLine() const
-{
-    return y_.start;
-}
+int ZPlot::GetBaseLine() const { return y_.start; }
 
 void ZPlot::drawTicks(HDC device, const Axis& axis, bool horizontal) const
 {

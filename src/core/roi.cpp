@@ -24,15 +24,9 @@ ZGenericROI::ZGenericROI(zkit::ImageStorage* storage, int bitsPerPixel) : storag
 
 ZGenericROI::~ZGenericROI() = default;
 
-void* ZGenericROI::GetImagePtr() const
-{
-    return storage_;
-}
+void* ZGenericROI::GetImagePtr() const { return storage_; }
 
-int ZGenericROI::GetPixelSize() const
-{
-    return bitsPerPixel_ / 8;
-}
+int ZGenericROI::GetPixelSize() const { return bitsPerPixel_ / 8; }
 
 void ZGenericROI::CheckSameSize(ZGenericROI* other)
 {
@@ -42,15 +36,9 @@ void ZGenericROI::CheckSameSize(ZGenericROI* other)
         ZSetError(Z_ERROR_SIZE_MISMATCH);
 }
 
-void ZGenericROI::CheckSameSizeOther(ZGenericROI* other)
-{
-    CheckSameSize(other);
-}
+void ZGenericROI::CheckSameSizeOther(ZGenericROI* other) { CheckSameSize(other); }
 
-void ZGenericROI::CheckSizes(ZGenericROI* other, int, int)
-{
-    CheckSameSize(other);
-}
+void ZGenericROI::CheckSizes(ZGenericROI* other, int, int) { CheckSameSize(other); }
 
 void ZGenericROI::CheckMinimum(int pixels)
 {
@@ -58,10 +46,7 @@ void ZGenericROI::CheckMinimum(int pixels)
         ZSetError(Z_ERROR_BAD_IMAGE_SIZE);
 }
 
-void ZGenericROI::CheckMinimumOther(int pixels)
-{
-    CheckMinimum(pixels);
-}
+void ZGenericROI::CheckMinimumOther(int pixels) { CheckMinimum(pixels); }
 
 void ZGenericROI::SetSize(int width, int height)
 {
@@ -83,6 +68,7 @@ void* ZGenericROI::GetPixelPtr(int x, int y) const
     const std::int64_t column = static_cast<std::int64_t>(x_) + x, row = static_cast<std::int64_t>(y_) + y;
     const std::uint64_t offset = static_cast<std::uint64_t>(row) * static_cast<std::uint64_t>(storage_->rowPitch) +
                                  static_cast<std::uint64_t>((column * bitsPerPixel_) >> 3);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(storage_->pixels) +
                                    static_cast<std::uintptr_t>(offset));
 }
@@ -96,15 +82,9 @@ void ZGenericROI::CheckPlacement()
         ZSetError(Z_ERROR_ROI_PLACEMENT);
 }
 
-int ZGenericROI::GetRowGap() const
-{
-    return clampToInt(GetRowPitch() - rowBytes(x_, width_));
-}
+int ZGenericROI::GetRowGap() const { return clampToInt(GetRowPitch() - rowBytes(x_, width_)); }
 
-int ZGenericROI::GetRowPitch() const
-{
-    return storage_ ? storage_->rowPitch : 0;
-}
+int ZGenericROI::GetRowPitch() const { return storage_ ? storage_->rowPitch : 0; }
 
 void ZGenericROI::SetPlacement(int x, int y, int width, int height)
 {

@@ -12,10 +12,7 @@ namespace {
 enum VectorType { contour = 1, histogram = 2, lookUpTable = 3 };
 enum DataType { unsignedInteger = 1, signedInteger = 2 };
 
-int orElse(int number, int standard)
-{
-    return number == 0 ? standard : number;
-}
+int orElse(int number, int standard) { return number == 0 ? standard : number; }
 
 }  // namespace
 
@@ -25,10 +22,7 @@ ZVector::ZVector(int vectType)
         SetType(vectType, 0, 0);
 }
 
-ZVector::~ZVector()
-{
-    std::free(data_);
-}
+ZVector::~ZVector() { std::free(data_); }
 
 short ZVector::SetType(int vectType, int a, int b)
 {

@@ -10,10 +10,7 @@ using namespace zkit;
 
 namespace {
 
-const PredefinedWorkers& workers()
-{
-    return choose(plain::predefined, sse2::predefined, avx2::predefined);
-}
+const PredefinedWorkers& workers() { return choose(plain::predefined, sse2::predefined, avx2::predefined); }
 
 // A grey filter. It does not ask for a pending error, which is intended.
 short filterGrey(const char* name, ZROI<ZBW8>* src, ZROI<ZBW8>* dst, FilterRow row)
@@ -25,21 +22,24 @@ short filterGrey(const char* name, ZROI<ZBW8>* src, ZROI<ZBW8>* dst, FilterRow r
     return frame.finish();
 }
 
-// A filter on all components at once, with the errors of one component after the other: the sizes are checked inside
-// the grey filter, after the source and before the destination.
+// The size check of the grey filter that a colour form is made of.
+bool sizesInside(const char* greyName, ZROI<ZC24>* src, ZROI<ZC24>* dst)
+{
+    if (filterSizes(src, dst))
+        return true;
+    ZTraceError(greyName);
+    return false;
+}
+
+// A filter on all components at once, with the errors of one component after the other.
 void filterColour(const char* name, const char* greyName, ZROI<ZC24>* src, ZROI<ZC24>* dst, FilterRow row)
 {
-    const CallFrame frame(name), grey(greyName);
-    if (!(frame.clear() && require(src && dst, Z_ERROR_NO_PIXELS) && placed(src))) {
-        frame.trace();
-    } else if (!filterSizes(src, dst)) {
-        grey.trace();
-        frame.trace();
-    } else if (!(placed(dst) && filterRows(bytes(source(src), 3), bytes(target(dst), 3), 3, row))) {
-        frame.trace();
-    } else {
+    const CallFrame frame(name);
+    if (frame.clear() && require(src && dst, Z_ERROR_NO_PIXELS) && placed(src) && sizesInside(greyName, src, dst) &&
+        placed(dst) && filterRows(bytes(source(src), 3), bytes(target(dst), 3), 3, row))
         frame.finish();
-    }
+    else
+        frame.trace();
 }
 
 }  // namespace

@@ -17,10 +17,7 @@ struct ColumnSums {
 };
 
 // Sums of nine bytes divided by 9, truncated.
-Words ninth(Words sum)
-{
-    return multiplyHigh(sum, broadcastWord(65536 / 9 + 1));
-}
+Words ninth(Words sum) { return multiplyHigh(sum, broadcastWord(65536 / 9 + 1)); }
 
 // The filter on the columns of `here`. Neighbours are an odd number of columns away, so that those of an even column
 // are odd ones and the other way round.

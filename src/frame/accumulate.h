@@ -6,9 +6,6 @@
 namespace zkit {
 
 // Adds the sum of a row, rounding once.
-inline void accumulate(float& sum, std::uint32_t row)
-{
-    sum = static_cast<float>(static_cast<double>(sum) + row);
-}
+inline void accumulate(float& sum, std::uint32_t row) { sum = static_cast<float>(static_cast<double>(sum) + row); }
 
 }  // namespace zkit

@@ -33,17 +33,14 @@ bool placed(ZGenericROI* region)
 
 bool sameSize(ZGenericROI* region, ZGenericROI* other)
 {
-    return require(region, Z_ERROR_NO_PIXELS) && passes([=] { region->CheckSameSize(other); });
+    return require(region && other, Z_ERROR_NO_PIXELS) && passes([=] { region->CheckSameSize(other); });
 }
 
 bool filterSizes(ZGenericROI* src, ZGenericROI* dst)
 {
-    return require(src, Z_ERROR_NO_PIXELS) && passes([=] { src->CheckSizes(dst, 2, 1); });
+    return require(src && dst, Z_ERROR_NO_PIXELS) && passes([=] { src->CheckSizes(dst, 2, 1); });
 }
 
-bool hasPixels(const ZGenericROI* region)
-{
-    return require(region && region->GetPixelPtr(0, 0), Z_ERROR_NO_PIXELS);
-}
+bool hasPixels(const ZGenericROI* region) { return require(region && region->GetPixelPtr(0, 0), Z_ERROR_NO_PIXELS); }
 
 }  // namespace zkit

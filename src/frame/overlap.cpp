@@ -25,10 +25,7 @@ Rows ascending(const Source& plane)
     return {first + plane.pitch * (plane.height - 1), -plane.pitch, plane.width, plane.height};
 }
 
-std::intptr_t end(const Rows& rows)
-{
-    return rows.first + rows.pitch * (rows.count - 1) + rows.bytes;
-}
+std::intptr_t end(const Rows& rows) { return rows.first + rows.pitch * (rows.count - 1) + rows.bytes; }
 
 // Rounded down; the divisor is positive.
 std::ptrdiff_t floorDivide(std::ptrdiff_t dividend, std::ptrdiff_t divisor)

@@ -18,10 +18,7 @@ inline Target target(const ZGenericROI* region)
             region->GetHeight()};
 }
 
-inline Source asSource(const Target& plane)
-{
-    return {plane.data, plane.pitch, plane.width, plane.height};
-}
+inline Source asSource(const Target& plane) { return {plane.data, plane.pitch, plane.width, plane.height}; }
 
 // Width times height, as a divisor.
 inline double pixelsOf(const ZGenericROI* region)

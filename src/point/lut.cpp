@@ -60,12 +60,6 @@ short lutOfVector(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const Vector* lut)
 
 }  // namespace
 
-short ImgLut(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZVector* lut)
-{
-    return lutOfVector(src, dst, lut);
-}
+short ImgLut(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZVector* lut) { return lutOfVector(src, dst, lut); }
 
-void ImgLut(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZBW8Vector* lut)
-{
-    lutOfVector(src, dst, lut);
-}
+void ImgLut(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZBW8Vector* lut) { lutOfVector(src, dst, lut); }

@@ -1,7 +1,7 @@
 // Counting pixels with one or several properties.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/row_end.h"
 
 namespace zkit::ZKIT_SET {
 namespace {

@@ -1,7 +1,7 @@
 // Folding the bytes of a plane into one vector of partial results, and that into one value.
 #pragma once
 
-#include "simd/vector.h"
+#include "simd/row_end.h"
 
 namespace zkit::ZKIT_SET {
 namespace {

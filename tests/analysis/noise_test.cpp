@@ -22,10 +22,7 @@ protected:
     ZImage<ZBW16> wide_;
 };
 
-float decibels(double ratio)
-{
-    return static_cast<float>(10 * std::log10(ratio));
-}
+float decibels(double ratio) { return static_cast<float>(10 * std::log10(ratio)); }
 
 TEST_F(NoiseTest, ratio_and_root_mean_square)
 {

@@ -3,15 +3,9 @@
 #include "zkit/color.h"
 
 // Found by the comparisons of tests.
-bool operator==(ZC24 a, ZC24 b)
-{
-    return a.c0 == b.c0 && a.c1 == b.c1 && a.c2 == b.c2;
-}
+bool operator==(ZC24 a, ZC24 b) { return a.c0 == b.c0 && a.c1 == b.c1 && a.c2 == b.c2; }
 
-std::ostream& operator<<(std::ostream& out, ZC24 c)
-{
-    return out << int(c.c2) << ',' << int(c.c1) << ',' << int(c.c0);
-}
+std::ostream& operator<<(std::ostream& out, ZC24 c) { return out << int(c.c2) << ',' << int(c.c1) << ',' << int(c.c0); }
 
 namespace {
 

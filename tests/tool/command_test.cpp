@@ -134,7 +134,4 @@ TEST_F(Command, WrongUsageHelpAndVersion)
     }
 }
 
-TEST_F(Command, FailsWhenItsOutputIsLost)
-{
-    EXPECT_EQ(run("measure --scene", "/dev/full").status, 1);
-}
+TEST_F(Command, FailsWhenItsOutputIsLost) { EXPECT_EQ(run("measure --scene", "/dev/full").status, 1); }

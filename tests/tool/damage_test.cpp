@@ -36,10 +36,7 @@ std::string refusalOf(const FileBytes& file)
     return refusal([&] { readBytes(file); });
 }
 
-std::string refusalOf(const std::string& text)
-{
-    return refusalOf(bytesOf(text));
-}
+std::string refusalOf(const std::string& text) { return refusalOf(bytesOf(text)); }
 
 // A grey TIFF file of 4 x 2 pixels, as far as `changes` do not say otherwise.
 FileBytes tiffWith(const Tags& changes, bool photometric = true)

@@ -82,10 +82,7 @@ std::filesystem::path TemporaryFolder::write(const std::string& name, const File
     return path_ / name;
 }
 
-FileBytes bytesOf(const std::string& text)
-{
-    return {text.begin(), text.end()};
-}
+FileBytes bytesOf(const std::string& text) { return {text.begin(), text.end()}; }
 
 zkit::tool::Picture readBytes(const FileBytes& bytes)
 {

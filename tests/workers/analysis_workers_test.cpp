@@ -14,10 +14,7 @@ using namespace zkit;
 
 namespace {
 
-std::uint64_t bits(double value)
-{
-    return std::bit_cast<std::uint64_t>(value);
-}
+std::uint64_t bits(double value) { return std::bit_cast<std::uint64_t>(value); }
 
 TEST(AnalysisWorkers, pixel_stat)
 {

@@ -9,10 +9,7 @@
 namespace zkit::tool {
 namespace {
 
-double square(double value)
-{
-    return value * value;
-}
+double square(double value) { return value * value; }
 
 void add(Moments& moments, double weight, double x, double y)
 {

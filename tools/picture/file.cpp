@@ -12,10 +12,7 @@ namespace {
 
 constexpr std::uintmax_t maxFileBytes = 0x7fffffff;
 
-[[noreturn]] void refuse(const std::error_code& error)
-{
-    throw PictureError("cannot be read: " + error.message());
-}
+[[noreturn]] void refuse(const std::error_code& error) { throw PictureError("cannot be read: " + error.message()); }
 
 std::size_t sizeOf(const std::filesystem::path& path)
 {

@@ -8,10 +8,7 @@
 namespace zkit::tool {
 namespace {
 
-bool isGrey(PaletteEntry entry)
-{
-    return entry.red == entry.green && entry.green == entry.blue;
-}
+bool isGrey(PaletteEntry entry) { return entry.red == entry.green && entry.green == entry.blue; }
 
 bool isBlackAndWhite(const std::vector<PaletteEntry>& palette)
 {

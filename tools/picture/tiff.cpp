@@ -35,10 +35,7 @@ struct Source {
     }
 };
 
-Source& sourceOf(thandle_t handle)
-{
-    return *static_cast<Source*>(handle);
-}
+Source& sourceOf(thandle_t handle) { return *static_cast<Source*>(handle); }
 
 tmsize_t readSource(thandle_t handle, void* to, tmsize_t count)
 {

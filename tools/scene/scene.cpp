@@ -12,10 +12,7 @@ constexpr int unit = 16;          // steps of a pixel in which parts are placed
 constexpr int samplesAcross = 8;  // a pixel's coverage is found from 8 x 8 points
 constexpr int samples = samplesAcross * samplesAcross;
 
-int steps(double pixels)
-{
-    return static_cast<int>(pixels * unit);
-}
+int steps(double pixels) { return static_cast<int>(pixels * unit); }
 
 // Whether a point, given in steps, lies on the part. Sizes are doubled, so that half of one is whole.
 bool covers(const ScenePart& part, int x, int y)
@@ -49,10 +46,7 @@ int coverage(int x, int y)
 }
 
 // The table is brightest at its bottom right.
-int tableAt(int x, int y)
-{
-    return tableLevel + x / 20 + y * y / 14400;
-}
+int tableAt(int x, int y) { return tableLevel + x / 20 + y * y / 14400; }
 
 // A xorshift generator; noise() is the sum of two values from -3.5 to 3.5, so that small values are the likelier ones.
 class Noise {
@@ -71,10 +65,7 @@ private:
 
 }  // namespace
 
-double ScenePart::area() const
-{
-    return shape == Shape::disc ? std::numbers::pi / 4 * width * height : width * height;
-}
+double ScenePart::area() const { return shape == Shape::disc ? std::numbers::pi / 4 * width * height : width * height; }
 
 ImagePointer<ZBW8> renderScene()
 {

@@ -24,6 +24,6 @@ struct ZC24 {
 union ZColor {
     float c[3];
 
-    ZColor() {}  ///< the values are left unset
+    ZColor() = default;  ///< the values are left unset
     ZColor(float component0, float component1, float component2) : c{component0, component1, component2} {}
 };

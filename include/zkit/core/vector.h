@@ -81,7 +81,7 @@ public:
 
     /// Takes over the storage of `other`, which is empty afterwards. The storage held before is abandoned, not
     /// released, and assigning a vector to itself leaves it empty: both are intended.
-    ZVectorTemplate& operator=(ZVectorTemplate& other);
+    ZVectorTemplate& operator=(ZVectorTemplate& other);  // NOLINT: takes over, see above
 
     T* GetDataPtr() const { return Data; }  ///< null without storage
     unsigned int GetNumElements() const { return NumElements; }

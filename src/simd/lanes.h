@@ -1,0 +1,53 @@
+// The registers of an instruction set and the vectors that workers see in them.
+#pragma once
+
+#include "simd/plane.h"
+
+#ifdef __AVX2__
+#include <immintrin.h>
+#else
+#include <emmintrin.h>
+#endif
+
+namespace zkit::ZKIT_SET {
+namespace {
+
+#ifdef __AVX2__
+using Register = __m256i;
+#else
+using Register = __m128i;
+#endif
+
+// Lanes of 8, 16, 32 and 64 bits. All arithmetic on them wraps unless its name says otherwise.
+struct Bytes {
+    static constexpr int lanes = sizeof(Register);
+    Register r;
+};
+
+struct Words {
+    static constexpr int lanes = sizeof(Register) / 2;
+    Register r;
+};
+
+struct Ints {
+    static constexpr int lanes = sizeof(Register) / 4;
+    Register r;
+};
+
+struct Longs {
+    static constexpr int lanes = sizeof(Register) / 8;
+    Register r;
+};
+
+// Two vectors that hold all bytes of one between them.
+struct TwoWords {
+    Words low, high;
+};
+
+// The three bytes of Bytes::lanes colour pixels.
+struct Components {
+    Bytes c0, c1, c2;
+};
+
+}  // namespace
+}  // namespace zkit::ZKIT_SET

@@ -1,0 +1,77 @@
+// The ends of rows: what is left of a row when no whole vector fits any more.
+#pragma once
+
+#include "simd/vector.h"
+
+namespace zkit::ZKIT_SET {
+namespace {
+
+struct LaneMask {
+    std::uint8_t bytes[2 * Bytes::lanes];
+};
+
+constexpr LaneMask makeLaneMask()
+{
+    LaneMask mask{};
+    for (int i = Bytes::lanes; i < 2 * Bytes::lanes; ++i)
+        mask.bytes[i] = 255;
+    return mask;
+}
+
+inline constexpr LaneMask laneMask = makeLaneMask();
+
+// All bits set in the last or the first `count` lanes.
+inline Bytes lastLanes(std::ptrdiff_t count) { return load(laneMask.bytes + count); }
+inline Bytes firstLanes(std::ptrdiff_t count) { return equal(lastLanes(Bytes::lanes - count), broadcast(0)); }
+
+// Copies the first `count` pixels, fewer than a vector has, and makes the others black.
+inline const std::uint8_t* padFirst(std::uint8_t (&padded)[3 * Bytes::lanes], const std::uint8_t* p,
+                                    std::ptrdiff_t count)
+{
+    for (int i = 0; i < 3; ++i)
+        store(padded + i * Bytes::lanes, broadcast(0));
+    __builtin_memcpy(padded, p, static_cast<std::size_t>(3 * count));
+    return padded;
+}
+
+inline Components loadFirstInterleaved(const std::uint8_t* p, std::ptrdiff_t count)
+{
+    std::uint8_t padded[3 * Bytes::lanes];
+    return loadInterleaved(padFirst(padded, p, count));
+}
+
+// The last vector of a row: the pixels that no whole vector before it has held, among others that do not count. No
+// byte outside the row is read.
+class LastVector {
+public:
+    explicit LastVector(std::ptrdiff_t width) : width_(width), left_(width % Bytes::lanes), wide_(width >= Bytes::lanes)
+    {
+    }
+
+    // Column of the first lane.
+    std::ptrdiff_t start() const { return wide_ ? width_ - Bytes::lanes : 0; }
+
+    // All bits set where the pixels count.
+    Bytes counting() const { return wide_ ? lastLanes(left_) : firstLanes(left_); }
+
+    Bytes bytes(const std::uint8_t* row) const
+    {
+        if (wide_)
+            return load(row + start());
+        std::uint8_t pixels[Bytes::lanes] = {};
+        __builtin_memcpy(pixels, row, static_cast<std::size_t>(left_));
+        return load(pixels);
+    }
+
+    Components interleaved(const std::uint8_t* row) const
+    {
+        return wide_ ? loadInterleaved(row + 3 * start()) : loadFirstInterleaved(row, left_);
+    }
+
+private:
+    std::ptrdiff_t width_, left_;
+    bool wide_;
+};
+
+}  // namespace
+}  // namespace zkit::ZKIT_SET

@@ -1,0 +1,166 @@
+// The words of the vocabulary for AVX2.
+#pragma once
+
+#include "simd/lanes.h"
+
+namespace zkit::ZKIT_SET {
+namespace {
+
+inline Bytes load(const std::uint8_t* p) { return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))}; }
+inline void store(std::uint8_t* p, Bytes b) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), b.r); }
+inline Words loadWords(const std::uint16_t* p) { return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))}; }
+inline void store(std::uint16_t* p, Words w) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), w.r); }
+
+inline Bytes broadcast(std::uint8_t value) { return {_mm256_set1_epi8(static_cast<char>(value))}; }
+inline Words broadcastWord(int value) { return {_mm256_set1_epi16(static_cast<short>(value))}; }
+inline Ints broadcastInt(std::uint32_t value) { return {_mm256_set1_epi32(static_cast<int>(value))}; }
+inline Longs zeroLongs() { return {_mm256_setzero_si256()}; }
+
+inline Bytes min(Bytes a, Bytes b) { return {_mm256_min_epu8(a.r, b.r)}; }
+inline Bytes max(Bytes a, Bytes b) { return {_mm256_max_epu8(a.r, b.r)}; }
+inline Bytes equal(Bytes a, Bytes b) { return {_mm256_cmpeq_epi8(a.r, b.r)}; }
+inline Bytes operator&(Bytes a, Bytes b) { return {_mm256_and_si256(a.r, b.r)}; }
+inline Bytes operator|(Bytes a, Bytes b) { return {_mm256_or_si256(a.r, b.r)}; }
+inline Bytes operator^(Bytes a, Bytes b) { return {_mm256_xor_si256(a.r, b.r)}; }
+inline Bytes operator-(Bytes a, Bytes b) { return {_mm256_sub_epi8(a.r, b.r)}; }
+inline Bytes greaterSigned(Bytes a, Bytes b) { return {_mm256_cmpgt_epi8(a.r, b.r)}; }
+
+inline Words operator+(Words a, Words b) { return {_mm256_add_epi16(a.r, b.r)}; }
+inline Words operator-(Words a, Words b) { return {_mm256_sub_epi16(a.r, b.r)}; }
+inline Words multiplyHigh(Words a, Words b) { return {_mm256_mulhi_epu16(a.r, b.r)}; }
+inline Ints multiplyAddPairs(Words a, Words b) { return {_mm256_madd_epi16(a.r, b.r)}; }
+
+inline Ints operator+(Ints a, Ints b) { return {_mm256_add_epi32(a.r, b.r)}; }
+inline Ints operator-(Ints a, Ints b) { return {_mm256_sub_epi32(a.r, b.r)}; }
+inline Ints operator*(Ints a, Ints b) { return {_mm256_mullo_epi32(a.r, b.r)}; }
+inline Ints shiftRight(Ints a, int count) { return {_mm256_srl_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+
+inline Longs operator+(Longs a, Longs b) { return {_mm256_add_epi64(a.r, b.r)}; }
+
+// Sums of each eight neighbouring bytes.
+inline Longs sumsOfEight(Bytes a) { return {_mm256_sad_epu8(a.r, _mm256_setzero_si256())}; }
+
+// Words::lanes bytes from memory, one a word, in order.
+inline Words widen(const std::uint8_t* p)
+{
+    return {_mm256_cvtepu8_epi16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)))};
+}
+
+// Ints::lanes values of 8 or 16 bits from memory, one a lane, in order.
+inline Ints widenToInts(const std::uint8_t* p)
+{
+    return {_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)))};
+}
+inline Ints widenWordsToInts(const std::uint8_t* p)
+{
+    return {_mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)))};
+}
+
+// The bytes as words. Which of them are low and which high depends on the instruction set: sums need all of them.
+inline TwoWords widen(Bytes a)
+{
+    const __m256i zero = _mm256_setzero_si256();
+    return {{_mm256_unpacklo_epi8(a.r, zero)}, {_mm256_unpackhi_epi8(a.r, zero)}};
+}
+
+// The bytes at even and at odd places as words, and back (from words up to 255).
+inline Words evenBytes(Bytes a) { return {_mm256_and_si256(a.r, _mm256_set1_epi16(255))}; }
+inline Words oddBytes(Bytes a) { return {_mm256_srli_epi16(a.r, 8)}; }
+inline Bytes interleave(Words even, Words odd) { return {_mm256_or_si256(even.r, _mm256_slli_epi16(odd.r, 8))}; }
+
+// Sum of all lanes.
+inline std::uint32_t total(Ints a)
+{
+    const __m128i four = _mm_add_epi32(_mm256_castsi256_si128(a.r), _mm256_extracti128_si256(a.r, 1));
+    const __m128i two = _mm_add_epi32(four, _mm_unpackhi_epi64(four, four));
+    return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_add_epi32(two, _mm_shuffle_epi32(two, 1))));
+}
+
+// Sum of the lower 32 bits of all lanes, modulo 2^32.
+inline std::uint32_t total(Longs a)
+{
+    const __m128i two = _mm_add_epi32(_mm256_castsi256_si128(a.r), _mm256_extracti128_si256(a.r, 1));
+    return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_add_epi32(two, _mm_unpackhi_epi64(two, two))));
+}
+
+// The lanes of a longer row of words, `words` places before those of `here` or after them.
+template <int words>
+Words before(Words previous, Words here)
+{
+    return {_mm256_alignr_epi8(here.r, _mm256_permute2x128_si256(previous.r, here.r, 0x21), 16 - 2 * words)};
+}
+
+template <int words>
+Words after(Words here, Words next)
+{
+    return {_mm256_alignr_epi8(_mm256_permute2x128_si256(here.r, next.r, 0x21), here.r, 2 * words)};
+}
+
+// What SSE2 has no equivalent of.
+
+// For every byte of the index, whose bit 7 is clear, the table's byte that its lower four bits name; the two halves of
+// the registers each by themselves.
+inline Bytes lookUp(Bytes table, Bytes index) { return {_mm256_shuffle_epi8(table.r, index.r)}; }
+inline Bytes loadTable(const std::uint8_t* sixteen)
+{
+    return {_mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(sixteen)))};
+}
+
+// Bit `bit` of every byte moved to its bit 7; the bits below are undefined.
+template <int bit>
+Bytes bitToTop(Bytes a)
+{
+    return {_mm256_slli_epi16(a.r, 7 - bit)};
+}
+
+// Where bit 7 of `choice` is set b, else a.
+inline Bytes selectByTop(Bytes choice, Bytes a, Bytes b) { return {_mm256_blendv_epi8(a.r, b.r, choice.r)}; }
+
+// Bytes::lanes colour pixels as they lie in memory, the two halves of the pixels side by side in the two halves of the
+// registers.
+inline Components loadInterleaved(const std::uint8_t* p)
+{
+    const auto at = [p](int offset) {
+        const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + offset));
+        return Bytes{_mm256_inserti128_si256(_mm256_castsi128_si256(low),
+                                             _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 48 + offset)), 1)};
+    };
+    return {at(0), at(16), at(32)};
+}
+
+// Where the bytes of a component lie in 16 bytes that pixels are cut into.
+struct Places {
+    std::uint8_t every[3][16];  // all bits set at the places of phase 0, 1, 2: bytes whose number modulo 3 is that
+    std::uint8_t order[3][16];  // the places of component 0, 1, 2 of 16 pixels one after the other
+};
+
+constexpr Places makePlaces()
+{
+    Places places{};
+    for (int i = 0; i < 3; ++i)
+        for (int k = 0; k < 16; ++k) {
+            places.every[i][k] = k % 3 == i ? 255 : 0;
+            places.order[i][k] = static_cast<std::uint8_t>((3 * k + i) % 16);
+        }
+    return places;
+}
+
+inline constexpr Places places = makePlaces();
+
+// Their components, each in one vector.
+inline Components takeApart(Components p)
+{
+    // Byte b of a register is of component b mod 3 in the first, (b + 1) mod 3 in the second, (b + 2) mod 3 in the
+    // third. A component's places in the three do not collide: merge, then order.
+    const Bytes phase0 = loadTable(places.every[0]), phase1 = loadTable(places.every[1]);
+    const Bytes phase2 = loadTable(places.every[2]);
+    const auto merged = [&p](Bytes inFirst, Bytes inSecond, Bytes inThird) {
+        return (p.c0 & inFirst) | (p.c1 & inSecond) | (p.c2 & inThird);
+    };
+    return {lookUp(merged(phase0, phase2, phase1), loadTable(places.order[0])),
+            lookUp(merged(phase1, phase0, phase2), loadTable(places.order[1])),
+            lookUp(merged(phase2, phase1, phase0), loadTable(places.order[2]))};
+}
+
+}  // namespace
+}  // namespace zkit::ZKIT_SET

@@ -1,0 +1,112 @@
+// The words of the vocabulary for SSE2; vector_avx2.h says what they mean.
+#pragma once
+
+#include "simd/lanes.h"
+
+namespace zkit::ZKIT_SET {
+namespace {
+
+inline Bytes load(const std::uint8_t* p) { return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))}; }
+inline void store(std::uint8_t* p, Bytes b) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), b.r); }
+inline Words loadWords(const std::uint16_t* p) { return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))}; }
+inline void store(std::uint16_t* p, Words w) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), w.r); }
+
+inline Bytes broadcast(std::uint8_t value) { return {_mm_set1_epi8(static_cast<char>(value))}; }
+inline Words broadcastWord(int value) { return {_mm_set1_epi16(static_cast<short>(value))}; }
+inline Ints broadcastInt(std::uint32_t value) { return {_mm_set1_epi32(static_cast<int>(value))}; }
+inline Longs zeroLongs() { return {_mm_setzero_si128()}; }
+
+inline Bytes min(Bytes a, Bytes b) { return {_mm_min_epu8(a.r, b.r)}; }
+inline Bytes max(Bytes a, Bytes b) { return {_mm_max_epu8(a.r, b.r)}; }
+inline Bytes equal(Bytes a, Bytes b) { return {_mm_cmpeq_epi8(a.r, b.r)}; }
+inline Bytes operator&(Bytes a, Bytes b) { return {_mm_and_si128(a.r, b.r)}; }
+inline Bytes operator|(Bytes a, Bytes b) { return {_mm_or_si128(a.r, b.r)}; }
+inline Bytes operator^(Bytes a, Bytes b) { return {_mm_xor_si128(a.r, b.r)}; }
+inline Bytes operator-(Bytes a, Bytes b) { return {_mm_sub_epi8(a.r, b.r)}; }
+inline Bytes greaterSigned(Bytes a, Bytes b) { return {_mm_cmpgt_epi8(a.r, b.r)}; }
+
+inline Words operator+(Words a, Words b) { return {_mm_add_epi16(a.r, b.r)}; }
+inline Words operator-(Words a, Words b) { return {_mm_sub_epi16(a.r, b.r)}; }
+inline Words multiplyHigh(Words a, Words b) { return {_mm_mulhi_epu16(a.r, b.r)}; }
+inline Ints multiplyAddPairs(Words a, Words b) { return {_mm_madd_epi16(a.r, b.r)}; }
+
+inline Ints operator+(Ints a, Ints b) { return {_mm_add_epi32(a.r, b.r)}; }
+inline Ints operator-(Ints a, Ints b) { return {_mm_sub_epi32(a.r, b.r)}; }
+inline Ints operator*(Ints a, Ints b)
+{
+    const __m128i even = _mm_mul_epu32(a.r, b.r);
+    const __m128i odd = _mm_mul_epu32(_mm_srli_epi64(a.r, 32), _mm_srli_epi64(b.r, 32));
+    return {_mm_unpacklo_epi32(_mm_shuffle_epi32(even, _MM_SHUFFLE(0, 0, 2, 0)),
+                               _mm_shuffle_epi32(odd, _MM_SHUFFLE(0, 0, 2, 0)))};
+}
+inline Ints shiftRight(Ints a, int count) { return {_mm_srl_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+
+inline Longs operator+(Longs a, Longs b) { return {_mm_add_epi64(a.r, b.r)}; }
+inline Longs sumsOfEight(Bytes a) { return {_mm_sad_epu8(a.r, _mm_setzero_si128())}; }
+
+inline Words widen(const std::uint8_t* p)
+{
+    return {_mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128())};
+}
+
+inline Ints widenToInts(const std::uint8_t* p)
+{
+    const std::uint32_t four = static_cast<std::uint32_t>(p[0]) | static_cast<std::uint32_t>(p[1]) << 8 |
+                               static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[3]) << 24;
+    const __m128i words = _mm_unpacklo_epi8(_mm_cvtsi32_si128(static_cast<int>(four)), _mm_setzero_si128());
+    return {_mm_unpacklo_epi16(words, _mm_setzero_si128())};
+}
+inline Ints widenWordsToInts(const std::uint8_t* p)
+{
+    return {_mm_unpacklo_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128())};
+}
+
+inline TwoWords widen(Bytes a)
+{
+    const __m128i zero = _mm_setzero_si128();
+    return {{_mm_unpacklo_epi8(a.r, zero)}, {_mm_unpackhi_epi8(a.r, zero)}};
+}
+
+inline Words evenBytes(Bytes a) { return {_mm_and_si128(a.r, _mm_set1_epi16(255))}; }
+inline Words oddBytes(Bytes a) { return {_mm_srli_epi16(a.r, 8)}; }
+inline Bytes interleave(Words even, Words odd) { return {_mm_or_si128(even.r, _mm_slli_epi16(odd.r, 8))}; }
+
+inline std::uint32_t total(Ints a)
+{
+    const __m128i two = _mm_add_epi32(a.r, _mm_unpackhi_epi64(a.r, a.r));
+    return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_add_epi32(two, _mm_shuffle_epi32(two, 1))));
+}
+
+inline std::uint32_t total(Longs a)
+{
+    return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_add_epi32(a.r, _mm_unpackhi_epi64(a.r, a.r))));
+}
+
+template <int words>
+Words before(Words previous, Words here)
+{
+    return {_mm_or_si128(_mm_slli_si128(here.r, 2 * words), _mm_srli_si128(previous.r, 16 - 2 * words))};
+}
+
+template <int words>
+Words after(Words here, Words next)
+{
+    return {_mm_or_si128(_mm_srli_si128(here.r, 2 * words), _mm_slli_si128(next.r, 16 - 2 * words))};
+}
+
+inline Components loadInterleaved(const std::uint8_t* p) { return {load(p), load(p + 16), load(p + 32)}; }
+
+inline Components takeApart(Components p)
+{
+    // Merging the two halves of the 48 bytes moves byte i to 2 i mod 47; four times to 16 i mod 47, that is 3 k to k.
+    for (int i = 0; i < 4; ++i) {
+        const __m128i a = p.c0.r, b = p.c1.r, c = p.c2.r;
+        p.c0.r = _mm_unpacklo_epi8(a, _mm_unpackhi_epi64(b, b));
+        p.c1.r = _mm_unpacklo_epi8(_mm_unpackhi_epi64(a, a), c);
+        p.c2.r = _mm_unpacklo_epi8(b, _mm_unpackhi_epi64(c, c));
+    }
+    return p;
+}
+
+}  // namespace
+}  // namespace zkit::ZKIT_SET
