@@ -78,8 +78,10 @@ RowMoments rowMoments(const std::uint8_t* row, std::ptrdiff_t width, WeightsOf w
 
 RowMoments binary(const std::uint8_t* row, std::ptrdiff_t width, std::uint8_t threshold)
 {
-    const Bytes least = broadcast(threshold), one = broadcast(1);
-    return rowMoments(row, width, [=](Bytes pixels) { return equal(max(pixels, least), pixels) & one; });
+    const Bytes one = broadcast(1), below = broadcast(static_cast<std::uint8_t>(threshold - 1));
+    if (threshold == 0)
+        return rowMoments(row, width, [=](Bytes) { return one; });
+    return rowMoments(row, width, [=](Bytes pixels) { return min(subtractSaturated(pixels, below), one); });
 }
 
 RowMoments weighed(const std::uint8_t* row, std::ptrdiff_t width)

@@ -4,5 +4,8 @@
 #include "core/vector_template.h"
 
 template class ZVectorTemplate<ZBW8>;
+template class ZVectorTemplate<ZBW16>;
+template class ZVectorTemplate<unsigned int>;
+template class ZVectorTemplate<ZC24>;
 
-ZBW8Vector::ZBW8Vector(unsigned int maxElements, int use) : ZVectorTemplate<ZBW8>(maxElements), use_(use) {}
+ZC24Vector::ZC24Vector(unsigned int maxElements) : ZVectorTemplate<ZC24>(maxElements) {}

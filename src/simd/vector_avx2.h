@@ -23,6 +23,7 @@ inline Bytes operator&(Bytes a, Bytes b) { return {_mm256_and_si256(a.r, b.r)}; 
 inline Bytes operator|(Bytes a, Bytes b) { return {_mm256_or_si256(a.r, b.r)}; }
 inline Bytes operator^(Bytes a, Bytes b) { return {_mm256_xor_si256(a.r, b.r)}; }
 inline Bytes operator-(Bytes a, Bytes b) { return {_mm256_sub_epi8(a.r, b.r)}; }
+inline Bytes subtractSaturated(Bytes a, Bytes b) { return {_mm256_subs_epu8(a.r, b.r)}; }
 inline Bytes greaterSigned(Bytes a, Bytes b) { return {_mm256_cmpgt_epi8(a.r, b.r)}; }
 
 inline Words operator+(Words a, Words b) { return {_mm256_add_epi16(a.r, b.r)}; }

@@ -23,6 +23,7 @@ inline Bytes operator&(Bytes a, Bytes b) { return {_mm_and_si128(a.r, b.r)}; }
 inline Bytes operator|(Bytes a, Bytes b) { return {_mm_or_si128(a.r, b.r)}; }
 inline Bytes operator^(Bytes a, Bytes b) { return {_mm_xor_si128(a.r, b.r)}; }
 inline Bytes operator-(Bytes a, Bytes b) { return {_mm_sub_epi8(a.r, b.r)}; }
+inline Bytes subtractSaturated(Bytes a, Bytes b) { return {_mm_subs_epu8(a.r, b.r)}; }
 inline Bytes greaterSigned(Bytes a, Bytes b) { return {_mm_cmpgt_epi8(a.r, b.r)}; }
 
 inline Words operator+(Words a, Words b) { return {_mm_add_epi16(a.r, b.r)}; }

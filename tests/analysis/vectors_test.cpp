@@ -77,4 +77,19 @@ TEST_F(TypedVectorTest, a_pending_error_stops_only_growth)
     EXPECT_FAILURE(1009, "ZVector::AddElement");
 }
 
+TEST_F(TypedVectorTest, elements_of_every_type_are_copied_whole)
+{
+    ZBW16Vector words(1, 7);
+    ZBW32Vector ints;
+    ZC24Vector colours(2);
+    words.AddElement(0xABCD);
+    ints.AddElement(0x89ABCDEF);
+    colours.AddElement({1, 2, 3});
+    EXPECT_EQ(words.GetUse(), 7);
+    EXPECT_EQ(words[0], 0xABCD);
+    EXPECT_EQ(ints[0], 0x89ABCDEF);
+    EXPECT_EQ(colours[0].c2, 3);
+    EXPECT_EQ(colours.GetMaxElements(), 2U);
+}
+
 }  // namespace
