@@ -48,7 +48,7 @@ double squaredDifferences(ZGenericROI* src, int pixelSize)
     const Source plane = bytes(source(src), pixelSize);
     const Storage storage = storageOf(src);
     const std::ptrdiff_t count = plane.width - pixelSize, lastRow = plane.pitch * (plane.height - 1);
-    const auto row = choose(plain::focusing, sse2::focusing, avx2::focusing).row;
+    const auto row = workers<FocusingWorkers>().row;
     double total = 0.0;
     if (count <= 0)
         return total;

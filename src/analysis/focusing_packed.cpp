@@ -24,7 +24,6 @@ std::uint32_t row(const std::uint8_t* here, const std::uint8_t* below, std::ptrd
 }
 
 }  // namespace
-
-const FocusingWorkers focusing = {row};
-
 }  // namespace zkit::ZKIT_SET
+
+const zkit::FocusingWorkers zkit::FocusingWorkers::ZKIT_SET = {ZKIT_SET::row};

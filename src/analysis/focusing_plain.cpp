@@ -14,7 +14,6 @@ std::uint32_t row(const std::uint8_t* here, const std::uint8_t* below, std::ptrd
 }
 
 }  // namespace
-
-const FocusingWorkers focusing = {row};
-
 }  // namespace zkit::plain
+
+const zkit::FocusingWorkers zkit::FocusingWorkers::plain = {plain::row};

@@ -13,8 +13,6 @@ using namespace zkit;
 
 namespace {
 
-const MomentsWorkers& workers() { return choose(plain::moments, sse2::moments, avx2::moments); }
-
 // Calls use(y, moments) for every row, with weight 1 for the pixels from the threshold on.
 template <class Use>
 void binaryRows(ZROI<ZBW8>* src, unsigned int threshold, Use use)
@@ -22,7 +20,7 @@ void binaryRows(ZROI<ZBW8>* src, unsigned int threshold, Use use)
     if (threshold > 255)
         return;
     const Source plane = source(src);
-    const auto moments = workers().binary;
+    const auto moments = workers<MomentsWorkers>().binary;
     for (std::ptrdiff_t y = 0; y < plane.height; ++y)
         use(static_cast<std::uint32_t>(y),
             moments(plane.data + y * plane.pitch, plane.width, static_cast<std::uint8_t>(threshold)));
@@ -33,7 +31,7 @@ template <class Use>
 void weighedRows(ZROI<ZBW8>* src, Use use)
 {
     const Source plane = source(src);
-    const auto moments = workers().weighed;
+    const auto moments = workers<MomentsWorkers>().weighed;
     for (std::ptrdiff_t y = 0; y < plane.height; ++y)
         use(static_cast<std::uint32_t>(y), moments(plane.data + y * plane.pitch, plane.width));
 }

@@ -90,7 +90,6 @@ RowMoments weighed(const std::uint8_t* row, std::ptrdiff_t width)
 }
 
 }  // namespace
-
-const MomentsWorkers moments = {binary, weighed};
-
 }  // namespace zkit::ZKIT_SET
+
+const zkit::MomentsWorkers zkit::MomentsWorkers::ZKIT_SET = {ZKIT_SET::binary, ZKIT_SET::weighed};

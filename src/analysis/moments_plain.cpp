@@ -27,7 +27,6 @@ RowMoments weighed(const std::uint8_t* row, std::ptrdiff_t width)
 }
 
 }  // namespace
-
-const MomentsWorkers moments = {binary, weighed};
-
 }  // namespace zkit::plain
+
+const zkit::MomentsWorkers zkit::MomentsWorkers::plain = {plain::binary, plain::weighed};

@@ -13,16 +13,8 @@ struct RowMoments {
 struct MomentsWorkers {
     RowMoments (*binary)(const std::uint8_t* row, std::ptrdiff_t width, std::uint8_t threshold);  // w = 1 from it on
     RowMoments (*weighed)(const std::uint8_t* row, std::ptrdiff_t width);                         // w = grey level
-};
 
-namespace plain {
-extern const MomentsWorkers moments;
-}
-namespace sse2 {
-extern const MomentsWorkers moments;
-}
-namespace avx2 {
-extern const MomentsWorkers moments;
-}
+    static const MomentsWorkers plain, sse2, avx2;
+};
 
 }  // namespace zkit

@@ -15,8 +15,6 @@ using namespace zkit;
 
 namespace {
 
-const NoiseWorkers& workers() { return choose(plain::noise, sse2::noise, avx2::noise); }
-
 bool comparable(ZGenericROI* src, ZGenericROI* ref) { return sameSize(src, ref) && placed(src) && placed(ref); }
 
 bool countOfImages(unsigned int count)
@@ -45,7 +43,7 @@ template <class Use>
 void greyRows(ZROI<ZBW8>* src, ZROI<ZBW8>* ref, Use use)
 {
     const Source a = source(src), b = source(ref);
-    const auto row = workers().grey;
+    const auto row = workers<NoiseWorkers>().grey;
     for (std::ptrdiff_t y = 0; y < a.height; ++y)
         use(row(a.data + y * a.pitch, b.data + y * b.pitch, a.width));
 }
@@ -54,7 +52,7 @@ template <class Use>
 void wideRows(ZROI<ZBW8>* src, ZROI<ZBW16>* ref, unsigned int count, Use use)
 {
     const Source a = source(src), b = source(ref);
-    const auto row = workers().wide;
+    const auto row = workers<NoiseWorkers>().wide;
     const int shift = std::countr_zero(count);
     for (std::ptrdiff_t y = 0; y < a.height; ++y)
         use(row(a.data + y * a.pitch, b.data + y * b.pitch, a.width, shift));

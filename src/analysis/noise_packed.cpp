@@ -43,7 +43,6 @@ RowNoise wide(const std::uint8_t* src, const std::uint8_t* ref, std::ptrdiff_t w
 }
 
 }  // namespace
-
-const NoiseWorkers noise = {grey, wide};
-
 }  // namespace zkit::ZKIT_SET
+
+const zkit::NoiseWorkers zkit::NoiseWorkers::ZKIT_SET = {ZKIT_SET::grey, ZKIT_SET::wide};

@@ -27,7 +27,6 @@ RowNoise wide(const std::uint8_t* src, const std::uint8_t* ref, std::ptrdiff_t w
 }
 
 }  // namespace
-
-const NoiseWorkers noise = {grey, wide};
-
 }  // namespace zkit::plain
+
+const zkit::NoiseWorkers zkit::NoiseWorkers::plain = {plain::grey, plain::wide};

@@ -15,16 +15,8 @@ struct NoiseWorkers {
 
     // The reference holds 16-bit pixels at any address, which are shifted right first.
     RowNoise (*wide)(const std::uint8_t* src, const std::uint8_t* ref, std::ptrdiff_t width, int shift);
-};
 
-namespace plain {
-extern const NoiseWorkers noise;
-}
-namespace sse2 {
-extern const NoiseWorkers noise;
-}
-namespace avx2 {
-extern const NoiseWorkers noise;
-}
+    static const NoiseWorkers plain, sse2, avx2;
+};
 
 }  // namespace zkit

@@ -10,8 +10,6 @@ using namespace zkit;
 
 namespace {
 
-const PixelCompareWorkers& workers() { return choose(plain::pixelCompare, sse2::pixelCompare, avx2::pixelCompare); }
-
 bool comparable(ZGenericROI* first, ZGenericROI* second)
 {
     return sameSize(second, first) && placed(first) && placed(second);
@@ -26,7 +24,7 @@ unsigned int ImgPixelCompare(ZROI<ZBW8>* first, ZROI<ZBW8>* second)
         return frame.trace(0U);
     Source a = source(first), b = source(second);
     joinRows(1, a, b);
-    return frame.finish(workers().grey(a, b));
+    return frame.finish(workers<PixelCompareWorkers>().grey(a, b));
 }
 
 unsigned int ImgPixelCompare(ZROI<ZC24>* first, ZROI<ZC24>* second)
@@ -36,5 +34,5 @@ unsigned int ImgPixelCompare(ZROI<ZC24>* first, ZROI<ZC24>* second)
         return frame.trace(0U);
     Source a = source(first), b = source(second);
     joinRows(3, a, b);
-    return frame.finish(workers().colour(a, b));
+    return frame.finish(workers<PixelCompareWorkers>().colour(a, b));
 }

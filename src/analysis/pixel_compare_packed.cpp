@@ -33,7 +33,6 @@ std::uint32_t colour(Source first, Source second)
 }
 
 }  // namespace
-
-const PixelCompareWorkers pixelCompare = {grey, colour};
-
 }  // namespace zkit::ZKIT_SET
+
+const zkit::PixelCompareWorkers zkit::PixelCompareWorkers::ZKIT_SET = {ZKIT_SET::grey, ZKIT_SET::colour};

@@ -25,7 +25,6 @@ std::uint32_t colour(Source first, Source second)
 }
 
 }  // namespace
-
-const PixelCompareWorkers pixelCompare = {grey, colour};
-
 }  // namespace zkit::plain
+
+const zkit::PixelCompareWorkers zkit::PixelCompareWorkers::plain = {plain::grey, plain::colour};

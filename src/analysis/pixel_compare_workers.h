@@ -8,16 +8,8 @@ namespace zkit {
 struct PixelCompareWorkers {
     std::uint32_t (*grey)(Source, Source);
     std::uint32_t (*colour)(Source, Source);  // three bytes a pixel
-};
 
-namespace plain {
-extern const PixelCompareWorkers pixelCompare;
-}
-namespace sse2 {
-extern const PixelCompareWorkers pixelCompare;
-}
-namespace avx2 {
-extern const PixelCompareWorkers pixelCompare;
-}
+    static const PixelCompareWorkers plain, sse2, avx2;
+};
 
 }  // namespace zkit

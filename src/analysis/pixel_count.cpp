@@ -10,8 +10,6 @@ using namespace zkit;
 
 namespace {
 
-const PixelCountWorkers& workers() { return choose(plain::pixelCount, sse2::pixelCount, avx2::pixelCount); }
-
 template <class Pixel>
 unsigned int countPixels(const char* name, ZROI<Pixel>* src, int (*predicate)(Pixel&))
 {
@@ -36,7 +34,7 @@ short ImgPixelCount(ZROI<ZBW8>* src, unsigned char low, unsigned char high, int&
         return frame.trace();
     Source plane = source(src);
     joinRows(1, plane);
-    const PixelCounts counts = workers().count(plane, low, high);
+    const PixelCounts counts = workers<PixelCountWorkers>().count(plane, low, high);
     const auto all = static_cast<std::uint32_t>(plane.width * plane.height);
     below = static_cast<int>(counts.below);
     between = static_cast<int>(all - counts.below - counts.above);

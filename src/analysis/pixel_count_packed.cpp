@@ -29,7 +29,6 @@ PixelCounts count(Source src, std::uint8_t low, std::uint8_t high)
 }
 
 }  // namespace
-
-const PixelCountWorkers pixelCount = {count};
-
 }  // namespace zkit::ZKIT_SET
+
+const zkit::PixelCountWorkers zkit::PixelCountWorkers::ZKIT_SET = {ZKIT_SET::count};

@@ -16,7 +16,6 @@ PixelCounts count(Source src, std::uint8_t low, std::uint8_t high)
 }
 
 }  // namespace
-
-const PixelCountWorkers pixelCount = {count};
-
 }  // namespace zkit::plain
+
+const zkit::PixelCountWorkers zkit::PixelCountWorkers::plain = {plain::count};

@@ -12,16 +12,8 @@ struct PixelCounts {
 
 struct PixelCountWorkers {
     PixelCounts (*count)(Source, std::uint8_t low, std::uint8_t high);
-};
 
-namespace plain {
-extern const PixelCountWorkers pixelCount;
-}
-namespace sse2 {
-extern const PixelCountWorkers pixelCount;
-}
-namespace avx2 {
-extern const PixelCountWorkers pixelCount;
-}
+    static const PixelCountWorkers plain, sse2, avx2;
+};
 
 }  // namespace zkit

@@ -10,8 +10,6 @@ using namespace zkit;
 
 namespace {
 
-const PixelStatWorkers& workers() { return choose(plain::pixelStat, sse2::pixelStat, avx2::pixelStat); }
-
 Source joined(ZROI<ZBW8>* region)
 {
     Source plane = source(region);
@@ -26,7 +24,7 @@ short ImgPixelMin(ZROI<ZBW8>* src, unsigned char& min)
     const CallFrame frame("ImgPixelMin");
     if (!(frame.clear() && placed(src)))
         return frame.trace();
-    min = workers().minimum(joined(src));
+    min = workers<PixelStatWorkers>().minimum(joined(src));
     return frame.finish();
 }
 
@@ -35,7 +33,7 @@ short ImgPixelMax(ZROI<ZBW8>* src, unsigned char& max)
     const CallFrame frame("ImgPixelMax");
     if (!(frame.clear() && placed(src)))
         return frame.trace();
-    max = workers().maximum(joined(src));
+    max = workers<PixelStatWorkers>().maximum(joined(src));
     return frame.finish();
 }
 
@@ -44,7 +42,7 @@ short ImgPixelAverage(ZROI<ZBW8>* src, float& average)
     const CallFrame frame("ImgPixelAverage (BW8)");
     if (!(frame.clear() && placed(src)))
         return frame.trace();
-    const double sum = workers().sum(joined(src));
+    const double sum = workers<PixelStatWorkers>().sum(joined(src));
     average = static_cast<float>(sum / pixelsOf(src));
     return frame.finish();
 }
@@ -54,7 +52,7 @@ short ImgPixelStat(ZROI<ZBW8>* src, unsigned char& min, unsigned char& max, floa
     const CallFrame frame("ImgPixelStat");
     if (!(frame.clear() && placed(src)))
         return frame.trace();
-    const PixelStat stat = workers().stat(source(src), src->GetPixel(0, 0));
+    const PixelStat stat = workers<PixelStatWorkers>().stat(source(src), src->GetPixel(0, 0));
     min = stat.min;
     max = stat.max;
     average = static_cast<float>(stat.rowMeans / src->GetHeight());

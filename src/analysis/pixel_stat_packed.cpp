@@ -4,70 +4,51 @@
 namespace zkit::ZKIT_SET {
 namespace {
 
-struct Smaller {
-    Bytes operator()(Bytes a, Bytes b) const { return min(a, b); }
-};
-
-struct Greater {
-    Bytes operator()(Bytes a, Bytes b) const { return max(a, b); }
-};
-
-struct AddBytes {
-    Longs operator()(Longs sums, Bytes pixels) const { return sums + sumsOfEight(pixels); }
-};
-
-struct AddSums {
-    Longs operator()(Longs a, Longs b) const { return a + b; }
-};
+Bytes smaller(Bytes a, Bytes b) { return min(a, b); }
+Bytes greater(Bytes a, Bytes b) { return max(a, b); }
 
 std::uint8_t minimum(Source src)
 {
-    return foldLanes(foldRows(src, broadcast(255), 255, Smaller(), Smaller()), Smaller());
+    const auto step = [](Bytes least, auto lanes) { return min(least, lanes.orElse(255)); };
+    return foldLanes(foldRows(src, broadcast(255), step, smaller), smaller);
 }
 
-std::uint8_t maximum(Source src) { return foldLanes(foldRows(src, broadcast(0), 0, Greater(), Greater()), Greater()); }
+std::uint8_t maximum(Source src)
+{
+    const auto step = [](Bytes most, auto lanes) { return max(most, lanes.orElse(0)); };
+    return foldLanes(foldRows(src, broadcast(0), step, greater), greater);
+}
 
-std::uint32_t sum(Source src) { return total(foldRows(src, zeroLongs(), 0, AddBytes(), AddSums())); }
+std::uint32_t sum(Source src)
+{
+    const auto step = [](Longs sums, auto lanes) { return sums + sumsOfEight(lanes.orElse(0)); };
+    return total(foldRows(src, zeroLongs(), step, [](Longs a, Longs b) { return a + b; }));
+}
+
+struct Stat {
+    Bytes min, max;
+    Longs sums;
+};
 
 // One pass: a row is read once, and its sum is needed by itself.
 PixelStat stat(Source src, std::uint8_t first)
 {
-    const auto divisor = static_cast<double>(src.width);
-    Bytes min0 = broadcast(first), min1 = min0, max0 = min0, max1 = min0;
+    const auto step = [](Stat s, auto lanes) {
+        return Stat{min(s.min, lanes.orElse(255)), max(s.max, lanes.orElse(0)), s.sums + sumsOfEight(lanes.orElse(0))};
+    };
+    const auto join = [](Stat a, Stat b) { return Stat{min(a.min, b.min), max(a.max, b.max), a.sums + b.sums}; };
+    Stat all{broadcast(first), broadcast(first), zeroLongs()};
     double rowMeans = 0.0;
     for (std::ptrdiff_t y = 0; y < src.height; ++y) {
-        const std::uint8_t* row = src.data + y * src.pitch;
-        Longs sum0 = zeroLongs(), sum1 = sum0;
-        std::ptrdiff_t x = 0;
-        for (; x + 4 * Bytes::lanes <= src.width; x += 4 * Bytes::lanes) {
-            const Bytes a = load(row + x), b = load(row + x + Bytes::lanes);
-            const Bytes c = load(row + x + 2 * Bytes::lanes), d = load(row + x + 3 * Bytes::lanes);
-            min0 = min(min(min0, a), c);
-            min1 = min(min(min1, b), d);
-            max0 = max(max(max0, a), c);
-            max1 = max(max(max1, b), d);
-            sum0 = sum0 + sumsOfEight(a) + sumsOfEight(c);
-            sum1 = sum1 + sumsOfEight(b) + sumsOfEight(d);
-        }
-        for (; x + Bytes::lanes <= src.width; x += Bytes::lanes) {
-            min0 = min(min0, load(row + x));
-            max0 = max(max0, load(row + x));
-            sum0 = sum0 + sumsOfEight(load(row + x));
-        }
-        if (x < src.width) {
-            const LastVector last(src.width);
-            const Bytes pixels = last.bytes(row);
-            min0 = min(min0, select(last.counting(), min0, pixels));
-            max0 = max(max0, select(last.counting(), max0, pixels));
-            sum0 = sum0 + sumsOfEight(pixels & last.counting());
-        }
-        rowMeans += static_cast<double>(total(sum0 + sum1)) / divisor;
+        all.sums = zeroLongs();
+        all = foldRow(src.data + y * src.pitch, src.width, all, step, join);
+        rowMeans += static_cast<double>(total(all.sums)) / static_cast<double>(src.width);
     }
-    return {foldLanes(min(min0, min1), Smaller()), foldLanes(max(max0, max1), Greater()), rowMeans};
+    return {foldLanes(all.min, smaller), foldLanes(all.max, greater), rowMeans};
 }
 
 }  // namespace
-
-const PixelStatWorkers pixelStat = {minimum, maximum, sum, stat};
-
 }  // namespace zkit::ZKIT_SET
+
+const zkit::PixelStatWorkers zkit::PixelStatWorkers::ZKIT_SET = {ZKIT_SET::minimum, ZKIT_SET::maximum, ZKIT_SET::sum,
+                                                                 ZKIT_SET::stat};

@@ -56,7 +56,6 @@ PixelStat stat(Source src, std::uint8_t first)
 }
 
 }  // namespace
-
-const PixelStatWorkers pixelStat = {minimum, maximum, sum, stat};
-
 }  // namespace zkit::plain
+
+const zkit::PixelStatWorkers zkit::PixelStatWorkers::plain = {plain::minimum, plain::maximum, plain::sum, plain::stat};

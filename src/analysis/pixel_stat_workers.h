@@ -15,16 +15,8 @@ struct PixelStatWorkers {
     std::uint8_t (*maximum)(Source);                // 0 without pixels
     std::uint32_t (*sum)(Source);                   // modulo 2^32
     PixelStat (*stat)(Source, std::uint8_t first);  // min and max start at `first`
-};
 
-namespace plain {
-extern const PixelStatWorkers pixelStat;
-}
-namespace sse2 {
-extern const PixelStatWorkers pixelStat;
-}
-namespace avx2 {
-extern const PixelStatWorkers pixelStat;
-}
+    static const PixelStatWorkers plain, sse2, avx2;
+};
 
 }  // namespace zkit

@@ -13,8 +13,6 @@ using namespace zkit;
 
 namespace {
 
-const PixelVarianceWorkers& workers() { return choose(plain::pixelVariance, sse2::pixelVariance, avx2::pixelVariance); }
-
 // Of a variance, which rounding may leave a little below zero.
 float squareRoot(float variance)
 {
@@ -46,7 +44,7 @@ void ImgPixelAverage(ZROI<ZC24>* src, float& average2, float& average1, float& a
     }
     Source plane = source(src);
     joinRows(3, plane);
-    const ColourSums sums = workers().colour(plane);
+    const ColourSums sums = workers<PixelVarianceWorkers>().colour(plane);
     average2 = static_cast<float>(sums.values[2] / pixelsOf(src));
     average1 = static_cast<float>(sums.values[1] / pixelsOf(src));
     average0 = static_cast<float>(sums.values[0] / pixelsOf(src));
@@ -58,7 +56,7 @@ short ImgPixelVariance(ZROI<ZBW8>* src, float& variance, float& average)
     const CallFrame frame("ImgPixelVariance (BW8)");
     if (!(frame.clear() && placed(src)))
         return frame.trace();
-    const GreySums sums = workers().grey(source(src));
+    const GreySums sums = workers<PixelVarianceWorkers>().grey(source(src));
     const double pixels = pixelsOf(src), values = sums.values;
     const double result = (pixels * sums.squares - values * values) / (pixels * pixels);
     average = static_cast<float>(values / pixels);
@@ -77,7 +75,7 @@ void ImgPixelVariance(ZROI<ZC24>* src, float& var2, float& var1, float& var0, fl
     const Source plane = source(src);
     double values[3] = {};
     float squares[3] = {}, differences[3] = {};
-    const auto sumsOf = workers().colourRow;
+    const auto sumsOf = workers<PixelVarianceWorkers>().colourRow;
     for (std::ptrdiff_t y = 0; y < plane.height; ++y) {
         const ColourRowSums row = sumsOf(plane.data + y * plane.pitch, plane.width);
         for (int i = 0; i < 3; ++i) {

@@ -16,7 +16,8 @@ Ints squaredDifferences(TwoWords a, TwoWords b) { return squares({a.low - b.low,
 GreySums grey(Source src)
 {
     const Sums zero{zeroLongs(), broadcastInt(0)};
-    const auto step = [](Sums sums, Bytes pixels) {
+    const auto step = [](Sums sums, auto lanes) {
+        const Bytes pixels = lanes.orElse(0);
         return Sums{sums.values + sumsOfEight(pixels), sums.squares + squares(widen(pixels))};
     };
     const auto join = [](Sums a, Sums b) { return Sums{a.values + b.values, a.squares + b.squares}; };
@@ -32,7 +33,7 @@ GreySums grey(Source src)
     for (std::ptrdiff_t y = 0; y < src.height; ++y)
         for (std::ptrdiff_t x = 0; x < src.width;) {
             const std::ptrdiff_t count = pieces && src.width - x > exact ? exact : src.width - x;
-            const Sums sums = foldRow(src.data + y * src.pitch + x, count, zero, 0, step, join);
+            const Sums sums = foldRow(src.data + y * src.pitch + x, count, zero, step, join);
             result.values += total(sums.values);
             result.squares += total(sums.squares);
             x += count;
@@ -120,7 +121,7 @@ ColourRowSums colourRow(const std::uint8_t* row, std::ptrdiff_t width)
 }
 
 }  // namespace
-
-const PixelVarianceWorkers pixelVariance = {grey, colour, colourRow};
-
 }  // namespace zkit::ZKIT_SET
+
+const zkit::PixelVarianceWorkers zkit::PixelVarianceWorkers::ZKIT_SET = {ZKIT_SET::grey, ZKIT_SET::colour,
+                                                                         ZKIT_SET::colourRow};

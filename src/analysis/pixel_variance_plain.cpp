@@ -42,7 +42,6 @@ ColourRowSums colourRow(const std::uint8_t* row, std::ptrdiff_t width)
 }
 
 }  // namespace
-
-const PixelVarianceWorkers pixelVariance = {grey, colour, colourRow};
-
 }  // namespace zkit::plain
+
+const zkit::PixelVarianceWorkers zkit::PixelVarianceWorkers::plain = {plain::grey, plain::colour, plain::colourRow};

@@ -24,16 +24,8 @@ struct PixelVarianceWorkers {
     GreySums (*grey)(Source);
     ColourSums (*colour)(Source);  // three bytes a pixel
     ColourRowSums (*colourRow)(const std::uint8_t* row, std::ptrdiff_t width);
-};
 
-namespace plain {
-extern const PixelVarianceWorkers pixelVariance;
-}
-namespace sse2 {
-extern const PixelVarianceWorkers pixelVariance;
-}
-namespace avx2 {
-extern const PixelVarianceWorkers pixelVariance;
-}
+    static const PixelVarianceWorkers plain, sse2, avx2;
+};
 
 }  // namespace zkit

@@ -10,8 +10,6 @@ using namespace zkit;
 
 namespace {
 
-const PredefinedWorkers& workers() { return choose(plain::predefined, sse2::predefined, avx2::predefined); }
-
 // A grey filter. It does not ask for a pending error, which is intended.
 short filterGrey(const char* name, ZROI<ZBW8>* src, ZROI<ZBW8>* dst, FilterRow row)
 {
@@ -46,10 +44,10 @@ void filterColour(const char* name, const char* greyName, ZROI<ZC24>* src, ZROI<
 
 short ImgConvolLowpass3(ZROI<ZBW8>* src, ZROI<ZBW8>* dst)
 {
-    return filterGrey("ImgConvolLowpass3", src, dst, workers().lowpass3);
+    return filterGrey("ImgConvolLowpass3", src, dst, workers<PredefinedWorkers>().lowpass3);
 }
 
 void ImgConvolLowpass3(ZROI<ZC24>* src, ZROI<ZC24>* dst)
 {
-    filterColour("ImgConvolLowpass3 (C24)", "ImgConvolLowpass3", src, dst, workers().lowpass3);
+    filterColour("ImgConvolLowpass3 (C24)", "ImgConvolLowpass3", src, dst, workers<PredefinedWorkers>().lowpass3);
 }

@@ -12,7 +12,6 @@ void lowpass3(const std::uint8_t* above, const std::uint8_t* here, const std::ui
 }
 
 }  // namespace
-
-const PredefinedWorkers predefined = {lowpass3};
-
 }  // namespace zkit::plain
+
+const zkit::PredefinedWorkers zkit::PredefinedWorkers::plain = {plain::lowpass3};

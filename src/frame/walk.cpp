@@ -1,7 +1,6 @@
 #include "frame/walk.h"
 
 #include "frame/checks.h"
-#include "frame/overlap.h"
 
 #include <cstring>
 #include <memory>

@@ -1,7 +1,6 @@
 // ImgLut with untyped and typed tables.
 #include "frame/call_frame.h"
 #include "frame/checks.h"
-#include "frame/overlap.h"
 #include "frame/walk.h"
 #include "point/lut_workers.h"
 #include "simd/choice.h"
@@ -20,15 +19,12 @@ using Table = std::array<std::uint8_t, 256>;
 short applyTable(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const Table& table)
 {
     const CallFrame frame("ImgLut");
-    if (!(sameSize(src, dst) && hasPixels(dst) && hasPixels(src) && placed(src) && placed(dst)))
+    const auto row = [table = table.data(), lut = workers<LutWorkers>().row](auto in, auto out, std::ptrdiff_t count) {
+        lut(in, out, count, table);
+    };
+    if (!(sameSize(src, dst) && hasPixels(dst) && hasPixels(src) && placed(src) && placed(dst) &&
+          pointRows(source(src), target(dst), 1, row)))
         return frame.trace();
-    Source from = source(src);
-    const Target to = target(dst);
-    SeparateSource separate;
-    if (!separate.forPoints(from, 1, to, 1))
-        return frame.trace();
-    const auto row = choose(plain::lut, sse2::lut, avx2::lut).row;
-    walkRows(from, to, 1, [&](auto in, auto out, std::ptrdiff_t count) { row(in, out, count, table.data()); });
     return ZOk();
 }
 

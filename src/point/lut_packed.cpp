@@ -1,5 +1,5 @@
 #include "point/lut_workers.h"
-#include "simd/vector.h"
+#include "simd/map.h"
 
 namespace zkit::ZKIT_SET {
 namespace {
@@ -36,25 +36,15 @@ private:
 
 void row(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, const std::uint8_t* table)
 {
-    std::ptrdiff_t i = 0;
 #ifdef __AVX2__
-    const Table lookUpAll(table);
-    for (; i + Bytes::lanes <= count; i += Bytes::lanes)
-        store(dst + i, lookUpAll(load(src + i)));
-#endif
-    for (; i + 4 <= count; i += 4) {
-        const std::uint8_t a = table[src[i]], b = table[src[i + 1]], c = table[src[i + 2]], d = table[src[i + 3]];
-        dst[i] = a;
-        dst[i + 1] = b;
-        dst[i + 2] = c;
-        dst[i + 3] = d;
-    }
-    for (; i < count; ++i)
+    mapRow(src, dst, count, Table(table));
+#else
+    for (std::ptrdiff_t i = 0; i < count; ++i)
         dst[i] = table[src[i]];
+#endif
 }
 
 }  // namespace
-
-const LutWorkers lut = {row};
-
 }  // namespace zkit::ZKIT_SET
+
+const zkit::LutWorkers zkit::LutWorkers::ZKIT_SET = {ZKIT_SET::row};

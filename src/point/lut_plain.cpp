@@ -10,7 +10,6 @@ void row(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, const
 }
 
 }  // namespace
-
-const LutWorkers lut = {row};
-
 }  // namespace zkit::plain
+
+const zkit::LutWorkers zkit::LutWorkers::plain = {plain::row};

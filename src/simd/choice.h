@@ -1,5 +1,5 @@
-// Which workers a call uses. Every family of workers is a constant table of functions, one table per instruction set;
-// an operation asks for the table on every call.
+// Which workers a call uses. Every family of workers is a struct of functions with one constant of it per instruction
+// set; an operation asks for the right one on every call.
 #pragma once
 
 namespace zkit {
@@ -10,14 +10,14 @@ enum class InstructionSet { plain, sse2, avx2 };
 InstructionSet chosenSet();
 
 template <class Workers>
-const Workers& choose(const Workers& plain, const Workers& sse2, const Workers& avx2)
+const Workers& workers()
 {
     switch (chosenSet()) {
-    case InstructionSet::sse2: return sse2;
-    case InstructionSet::avx2: return avx2;
+    case InstructionSet::sse2: return Workers::sse2;
+    case InstructionSet::avx2: return Workers::avx2;
     case InstructionSet::plain: break;
     }
-    return plain;
+    return Workers::plain;
 }
 
 }  // namespace zkit

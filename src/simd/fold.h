@@ -6,36 +6,51 @@
 namespace zkit::ZKIT_SET {
 namespace {
 
-// Folds every vector of a row into `partial` with step(partial, bytes). Four partial results take turns, so that no
-// step waits for the one before it; join(partial, partial) brings them together. Lanes beyond the row's end hold
-// `fill`.
+// A vector of a row. The last one may have lanes that do not count: those hold what the step puts in their place.
+struct WholeLanes {
+    Bytes pixels;
+
+    Bytes orElse(std::uint8_t) const { return pixels; }
+};
+
+struct LastLanes {
+    Bytes pixels, counting;
+
+    Bytes orElse(std::uint8_t value) const { return select(counting, broadcast(value), pixels); }
+};
+
+// Folds every vector of a row into `partial` with step(partial, lanes). Four partial results take turns, so that no
+// step waits for the one before it, or two where more would not fit the registers; join(partial, partial) brings them
+// together, and joining the start must change nothing.
 template <class Partial, class Step, class Join>
-Partial foldRow(const std::uint8_t* row, std::ptrdiff_t count, Partial start, std::uint8_t fill, Step step, Join join)
+Partial foldRow(const std::uint8_t* row, std::ptrdiff_t count, Partial start, Step step, Join join)
 {
-    Partial a = start, b = start, c = start, d = start;
+    constexpr bool two = sizeof(Partial) > 2 * sizeof(Bytes);
+    Partial a = start, b = start, third = start, fourth = start;
+    Partial &c = two ? a : third, &d = two ? b : fourth;
     std::ptrdiff_t x = 0;
     for (; x + 4 * Bytes::lanes <= count; x += 4 * Bytes::lanes) {
-        a = step(a, load(row + x));
-        b = step(b, load(row + x + Bytes::lanes));
-        c = step(c, load(row + x + 2 * Bytes::lanes));
-        d = step(d, load(row + x + 3 * Bytes::lanes));
+        a = step(a, WholeLanes{load(row + x)});
+        b = step(b, WholeLanes{load(row + x + Bytes::lanes)});
+        c = step(c, WholeLanes{load(row + x + 2 * Bytes::lanes)});
+        d = step(d, WholeLanes{load(row + x + 3 * Bytes::lanes)});
     }
     for (; x + Bytes::lanes <= count; x += Bytes::lanes)
-        a = step(a, load(row + x));
+        a = step(a, WholeLanes{load(row + x)});
     if (x < count) {
         const LastVector last(count);
-        b = step(b, select(last.counting(), broadcast(fill), last.bytes(row)));
+        b = step(b, LastLanes{last.bytes(row), last.counting()});
     }
-    return join(join(a, b), join(c, d));
+    return two ? join(a, b) : join(join(a, b), join(c, d));
 }
 
-// The same over all rows. Joining the start must change nothing.
+// The same over all rows.
 template <class Partial, class Step, class Join>
-Partial foldRows(Source src, Partial start, std::uint8_t fill, Step step, Join join)
+Partial foldRows(Source src, Partial start, Step step, Join join)
 {
     Partial all = start;
     for (std::ptrdiff_t y = 0; y < src.height; ++y)
-        all = join(all, foldRow(src.data + y * src.pitch, src.width, start, fill, step, join));
+        all = join(all, foldRow(src.data + y * src.pitch, src.width, start, step, join));
     return all;
 }
 

@@ -22,4 +22,9 @@ struct Target {
     std::ptrdiff_t height;
 };
 
+// One row of a 3 x 3 filter on `count` bytes; neighbours to the left and right are `step` bytes away (1, or 3 for
+// colour), and those beyond the ends of the row count 0. `out` shares no byte with the three rows.
+using FilterRow = void (*)(const std::uint8_t* above, const std::uint8_t* here, const std::uint8_t* below,
+                           std::uint8_t* out, std::ptrdiff_t count, int step);
+
 }  // namespace zkit

@@ -63,6 +63,18 @@ public:
         return load(pixels);
     }
 
+    // Writes those that count.
+    void storeBytes(std::uint8_t* row, Bytes pixels) const
+    {
+        if (wide_) {
+            store(row + start(), select(counting(), load(row + start()), pixels));
+            return;
+        }
+        std::uint8_t lanes[Bytes::lanes];
+        store(lanes, pixels);
+        __builtin_memcpy(row, lanes, static_cast<std::size_t>(left_));
+    }
+
     Components interleaved(const std::uint8_t* row) const
     {
         return wide_ ? loadInterleaved(row + 3 * start()) : loadFirstInterleaved(row, left_);

@@ -19,11 +19,11 @@ struct PackedSet {
 
 // The packed sets that this processor can run; a set that it cannot is reported as skipped.
 template <class Workers>
-std::vector<PackedSet<Workers>> packedSets(const Workers& sse2, const Workers& avx2)
+std::vector<PackedSet<Workers>> packedSets()
 {
-    std::vector<PackedSet<Workers>> sets{{"sse2", &sse2}};
+    std::vector<PackedSet<Workers>> sets{{"sse2", &Workers::sse2}};
     if (__builtin_cpu_supports("avx2"))
-        sets.push_back({"avx2", &avx2});
+        sets.push_back({"avx2", &Workers::avx2});
     else
         std::cout << "[  SKIPPED ] avx2: not on this processor\n";
     return sets;

@@ -18,16 +18,16 @@ std::uint64_t bits(double value) { return std::bit_cast<std::uint64_t>(value); }
 
 TEST(AnalysisWorkers, pixel_stat)
 {
-    for (const auto& set : packedSets(sse2::pixelStat, avx2::pixelStat))
+    for (const auto& set : packedSets<PixelStatWorkers>())
         forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
             const Pixels pixels(random, kind, width, random(0, 4));
             const Source src = pixels.source();
             SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << src.width << 'x' << src.height);
-            EXPECT_EQ(set.workers->minimum(src), plain::pixelStat.minimum(src));
-            EXPECT_EQ(set.workers->maximum(src), plain::pixelStat.maximum(src));
-            EXPECT_EQ(set.workers->sum(src), plain::pixelStat.sum(src));
+            EXPECT_EQ(set.workers->minimum(src), PixelStatWorkers::plain.minimum(src));
+            EXPECT_EQ(set.workers->maximum(src), PixelStatWorkers::plain.maximum(src));
+            EXPECT_EQ(set.workers->sum(src), PixelStatWorkers::plain.sum(src));
             const std::uint8_t first = src.width > 0 && src.height > 0 ? *src.data : 0;
-            const PixelStat packed = set.workers->stat(src, first), plain = plain::pixelStat.stat(src, first);
+            const PixelStat packed = set.workers->stat(src, first), plain = PixelStatWorkers::plain.stat(src, first);
             EXPECT_EQ(packed.min, plain.min);
             EXPECT_EQ(packed.max, plain.max);
             if (width > 0) {
@@ -38,7 +38,7 @@ TEST(AnalysisWorkers, pixel_stat)
 
 TEST(AnalysisWorkers, pixel_compare)
 {
-    for (const auto& set : packedSets(sse2::pixelCompare, avx2::pixelCompare))
+    for (const auto& set : packedSets<PixelCompareWorkers>())
         forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
             const int height = random(0, 3);
             for (const int pixelSize : {1, 3}) {
@@ -49,7 +49,7 @@ TEST(AnalysisWorkers, pixel_compare)
                 const Pixels other(random, kind, width, height, pixelSize);
                 SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width << 'x' << height);
                 const auto packed = pixelSize == 1 ? set.workers->grey : set.workers->colour;
-                const auto plain = pixelSize == 1 ? plain::pixelCompare.grey : plain::pixelCompare.colour;
+                const auto plain = pixelSize == 1 ? PixelCompareWorkers::plain.grey : PixelCompareWorkers::plain.colour;
                 EXPECT_EQ(packed(first.source(), second.source()), plain(first.source(), second.source()));
                 EXPECT_EQ(packed(first.source(), other.source()), plain(first.source(), other.source()));
             }
@@ -58,7 +58,7 @@ TEST(AnalysisWorkers, pixel_compare)
 
 TEST(AnalysisWorkers, pixel_count)
 {
-    for (const auto& set : packedSets(sse2::pixelCount, avx2::pixelCount))
+    for (const auto& set : packedSets<PixelCountWorkers>())
         forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
             const Pixels pixels(random, kind, width, random(0, 3));
             for (const auto& [low, high] : {std::pair(0, 255), std::pair(random(0, 255), random(0, 255)),
@@ -67,7 +67,7 @@ TEST(AnalysisWorkers, pixel_count)
                              << set.name << ' ' << kind << ' ' << width << ' ' << low << ' ' << high);
                 const auto l = static_cast<std::uint8_t>(low), h = static_cast<std::uint8_t>(high);
                 const PixelCounts packed = set.workers->count(pixels.source(), l, h);
-                const PixelCounts plain = plain::pixelCount.count(pixels.source(), l, h);
+                const PixelCounts plain = PixelCountWorkers::plain.count(pixels.source(), l, h);
                 EXPECT_EQ(std::tie(packed.below, packed.above), std::tie(plain.below, plain.above));
             }
         });
@@ -75,18 +75,19 @@ TEST(AnalysisWorkers, pixel_count)
 
 TEST(AnalysisWorkers, pixel_variance)
 {
-    for (const auto& set : packedSets(sse2::pixelVariance, avx2::pixelVariance))
+    for (const auto& set : packedSets<PixelVarianceWorkers>())
         forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
             SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width);
             const Pixels grey(random, kind, width, random(0, 3));
-            const GreySums packed = set.workers->grey(grey.source()), plain = plain::pixelVariance.grey(grey.source());
+            const GreySums packed = set.workers->grey(grey.source()),
+                           plain = PixelVarianceWorkers::plain.grey(grey.source());
             EXPECT_EQ(packed.values, plain.values);
             EXPECT_EQ(bits(packed.squares), bits(plain.squares));
             const Pixels colour(random, kind, width, 2, 3);
             const ColourSums sums = set.workers->colour(colour.source());
-            const ColourSums plainSums = plain::pixelVariance.colour(colour.source());
+            const ColourSums plainSums = PixelVarianceWorkers::plain.colour(colour.source());
             const ColourRowSums row = set.workers->colourRow(colour.row(), width);
-            const ColourRowSums plainRow = plain::pixelVariance.colourRow(colour.row(), width);
+            const ColourRowSums plainRow = PixelVarianceWorkers::plain.colourRow(colour.row(), width);
             for (int i = 0; i < 3; ++i) {
                 EXPECT_EQ(sums.values[i], plainSums.values[i]);
                 EXPECT_EQ(row.values[i], plainRow.values[i]);
@@ -103,49 +104,50 @@ void expectSame(const RowMoments& packed, const RowMoments& plain)
 
 TEST(AnalysisWorkers, moments)
 {
-    for (const auto& set : packedSets(sse2::moments, avx2::moments)) {
+    for (const auto& set : packedSets<MomentsWorkers>()) {
         forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
             SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width);
             const Pixels pixels(random, kind, width, 1);
             for (const int threshold : {0, 1, 127, 128, 255, random(0, 255)}) {
                 const auto t = static_cast<std::uint8_t>(threshold);
-                expectSame(set.workers->binary(pixels.row(), width, t), plain::moments.binary(pixels.row(), width, t));
+                expectSame(set.workers->binary(pixels.row(), width, t),
+                           MomentsWorkers::plain.binary(pixels.row(), width, t));
             }
-            expectSame(set.workers->weighed(pixels.row(), width), plain::moments.weighed(pixels.row(), width));
+            expectSame(set.workers->weighed(pixels.row(), width), MomentsWorkers::plain.weighed(pixels.row(), width));
         });
         const std::vector<std::uint8_t> wide(100000, 255);  // the sums wrap
-        expectSame(set.workers->weighed(wide.data(), 100000), plain::moments.weighed(wide.data(), 100000));
-        expectSame(set.workers->binary(wide.data(), 100000, 9), plain::moments.binary(wide.data(), 100000, 9));
+        expectSame(set.workers->weighed(wide.data(), 100000), MomentsWorkers::plain.weighed(wide.data(), 100000));
+        expectSame(set.workers->binary(wide.data(), 100000, 9), MomentsWorkers::plain.binary(wide.data(), 100000, 9));
     }
 }
 
 TEST(AnalysisWorkers, focusing)
 {
-    for (const auto& set : packedSets(sse2::focusing, avx2::focusing))
+    for (const auto& set : packedSets<FocusingWorkers>())
         forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
             for (const int step : {1, 3}) {
                 const Pixels pixels(random, kind, width, 2);
                 const std::ptrdiff_t count = width > step ? width - step : 0;
                 SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width << ' ' << step);
                 EXPECT_EQ(set.workers->row(pixels.row(0), pixels.row(1), count, step),
-                          plain::focusing.row(pixels.row(0), pixels.row(1), count, step));
+                          FocusingWorkers::plain.row(pixels.row(0), pixels.row(1), count, step));
             }
         });
 }
 
 TEST(AnalysisWorkers, noise)
 {
-    for (const auto& set : packedSets(sse2::noise, avx2::noise))
+    for (const auto& set : packedSets<NoiseWorkers>())
         forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
             SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width);
             const Pixels src(random, kind, width, 1), ref(random, kind, width, 1);
             const RowNoise packed = set.workers->grey(src.row(), ref.row(), width);
-            const RowNoise plain = plain::noise.grey(src.row(), ref.row(), width);
+            const RowNoise plain = NoiseWorkers::plain.grey(src.row(), ref.row(), width);
             EXPECT_EQ(std::tie(packed.signal, packed.noise), std::tie(plain.signal, plain.noise));
             const Pixels wide(random, kind, width, 1, 2);
             for (const int shift : {0, 1, 4, 8}) {
                 const RowNoise packedWide = set.workers->wide(src.row(), wide.row(), width, shift);
-                const RowNoise plainWide = plain::noise.wide(src.row(), wide.row(), width, shift);
+                const RowNoise plainWide = NoiseWorkers::plain.wide(src.row(), wide.row(), width, shift);
                 EXPECT_EQ(std::tie(packedWide.signal, packedWide.noise), std::tie(plainWide.signal, plainWide.noise));
             }
         });

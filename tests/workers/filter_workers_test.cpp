@@ -22,8 +22,8 @@ void expectSame(const char* set, FilterRow packed, FilterRow plain)
 
 TEST(FilterWorkers, predefined)
 {
-    for (const auto& set : packedSets(sse2::predefined, avx2::predefined))
-        expectSame(set.name, set.workers->lowpass3, plain::predefined.lowpass3);
+    for (const auto& set : packedSets<PredefinedWorkers>())
+        expectSame(set.name, set.workers->lowpass3, PredefinedWorkers::plain.lowpass3);
 }
 
 }  // namespace

@@ -7,12 +7,12 @@ namespace {
 
 TEST(PointWorkers, lut)
 {
-    for (const auto& set : packedSets(sse2::lut, avx2::lut))
+    for (const auto& set : packedSets<LutWorkers>())
         forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
             SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width);
             const Pixels table(random, Pixels::noise, 256, 1), src(random, kind, width, 1);
             Pixels plain(random, Pixels::noise, width + 9, 1), packed(plain), inPlace(src);
-            plain::lut.row(src.row(), plain.row() + 5, width, table.row());
+            LutWorkers::plain.row(src.row(), plain.row() + 5, width, table.row());
             set.workers->row(src.row(), packed.row() + 5, width, table.row());
             EXPECT_EQ(packed.all(), plain.all());
             set.workers->row(inPlace.row(), inPlace.row(), width, table.row());
