@@ -16,10 +16,10 @@ bool placed(ZGenericROI* region);
 // The two regions are equally large (1402).
 bool sameSize(ZGenericROI* region, ZGenericROI* other);
 
-// The check of neighbourhood filters on source and destination (1402).
+// The size check of neighbourhood filters on source and destination (1402).
 bool filterSizes(ZGenericROI* src, ZGenericROI* dst);
 
-// The region has a pixel address (1400).
+// The region has a pixel address (1400): where that is to be tested apart from its placement, of which it is a part.
 bool hasPixels(const ZGenericROI* region);
 
 // Any other requirement, with the code for its failure.

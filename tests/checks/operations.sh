@@ -1,17 +1,27 @@
 #!/usr/bin/env bash
-# Every operation declared in a public header is named in a test and in a benchmark, so that none is forgotten quietly.
+# No operation is forgotten quietly: every one that a public header declares has a row in the contract test, a test of
+# its own and a benchmark, and every family of workers is driven against its plain one.
 # Usage: operations.sh PROJECT
 set -euo pipefail
 cd "$1"
 
 status=0
-mapfile -t operations < <(grep -hoE '\b(Img[A-Z][A-Za-z0-9]*)\(' include/zkit/img/*.h | tr -d '(' | sort -u)
-[ ${#operations[@]} -gt 0 ] || { echo "no operation found"; exit 1; }
+missing() {
+    echo "$1"
+    status=1
+}
+
+mapfile -t operations < <(grep -hoE '\bImg[A-Z][A-Za-z0-9]*\(' include/zkit/img/*.h | tr -d '(' | sort -u)
+[ ${#operations[@]} -gt 0 ] || missing "no operation found"
 for operation in "${operations[@]}"; do
-    for place in tests bench; do
-        grep -rqw --include='*.cpp' --include='*.h' "$operation" "$place" ||
-            { echo "$operation is declared but not in $place/"; status=1; }
-    done
+    grep -q "\b$operation(" tests/frame/contract_test.cpp || missing "$operation has no row in the contract test"
+    grep -rqE --include='*_test.cpp' --exclude-dir=frame "\b$operation\b" tests || missing "$operation has no test"
+    grep -rqE "\"$operation\"" bench || missing "$operation has no benchmark"
 done
-echo "${#operations[@]} operations"
+
+mapfile -t families < <(grep -rhoE 'struct [A-Za-z0-9]+Workers' src | awk '{ print $2 }')
+for family in "${families[@]}"; do
+    grep -rq "packedSets<$family>" tests/workers || missing "$family is not driven in tests/workers"
+done
+echo "${#operations[@]} operations, ${#families[@]} families of workers"
 exit $status
