@@ -22,7 +22,8 @@ ZVectorTemplate<T>::~ZVectorTemplate()
 }
 
 template <class T>
-ZVectorTemplate<T>& ZVectorTemplate<T>::operator=(ZVectorTemplate& other)  // NOLINT: moves on purpose, see the header
+// NOLINTNEXTLINE(misc-unconventional-assign-operator, bugprone-unhandled-self-assignment): takes over, see the header
+ZVectorTemplate<T>& ZVectorTemplate<T>::operator=(ZVectorTemplate& other)
 {
     NumElements = other.NumElements;
     MaxElements = other.MaxElements;

@@ -19,13 +19,6 @@ bool passes(Check check)
 
 }  // namespace
 
-bool require(bool condition, Z_ERRORS code)
-{
-    if (!condition)
-        ZSetError(code);
-    return condition;
-}
-
 bool placed(ZGenericROI* region)
 {
     return require(region, Z_ERROR_NO_PIXELS) && passes([=] { region->CheckPlacement(); });

@@ -10,6 +10,14 @@
 
 namespace zkit {
 
+// Any requirement, with the code for its failure.
+inline bool require(bool condition, Z_ERRORS code)
+{
+    if (!condition)
+        ZSetError(code);
+    return condition;
+}
+
 // The region lies within its image, which has pixels (1400, 1401).
 bool placed(ZGenericROI* region);
 
@@ -21,8 +29,5 @@ bool filterSizes(ZGenericROI* src, ZGenericROI* dst);
 
 // The region has a pixel address (1400): where that is to be tested apart from its placement, of which it is a part.
 bool hasPixels(const ZGenericROI* region);
-
-// Any other requirement, with the code for its failure.
-bool require(bool condition, Z_ERRORS code);
 
 }  // namespace zkit
