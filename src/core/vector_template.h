@@ -21,8 +21,9 @@ ZVectorTemplate<T>::~ZVectorTemplate()
     Data = nullptr;
 }
 
+// Takes the storage over and abandons its own, see the header.
+// NOLINTBEGIN(misc-unconventional-assign-operator, bugprone-unhandled-self-assignment)
 template <class T>
-// NOLINTNEXTLINE(misc-unconventional-assign-operator, bugprone-unhandled-self-assignment): takes over, see the header
 ZVectorTemplate<T>& ZVectorTemplate<T>::operator=(ZVectorTemplate& other)
 {
     NumElements = other.NumElements;
@@ -33,6 +34,7 @@ ZVectorTemplate<T>& ZVectorTemplate<T>::operator=(ZVectorTemplate& other)
     other.Data = nullptr;
     return *this;
 }
+// NOLINTEND(misc-unconventional-assign-operator, bugprone-unhandled-self-assignment)
 
 template <class T>
 void ZVectorTemplate<T>::SetMaxElements(unsigned int n)
