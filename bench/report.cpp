@@ -100,7 +100,7 @@ void Report::print(std::ostream& out, std::span<const Operation> operations) con
     for (const Operation& operation : limits())
         for (const Size& size : sizes)
             if (const Figure figure = perPixel(operation.name, operation.type, size, limit))
-                out << std::left << std::setw(7) << operation.name << std::setw(4) << size.name << text(figure, 3)
+                out << std::left << std::setw(11) << operation.name << std::setw(4) << size.name << text(figure, 3)
                     << '\n';
     out << '\n';
     printLine(out, "operation", "type", "size",

@@ -16,7 +16,7 @@ public:
             tables_[i] = loadTable(entries + 16 * i);
     }
 
-    Bytes operator()(Bytes pixels) const
+    [[gnu::always_inline]] Bytes operator()(Bytes pixels) const
     {
         const Bytes index = pixels & broadcast(15);
         const Bytes bit4 = bitToTop<4>(pixels), bit5 = bitToTop<5>(pixels), bit6 = bitToTop<6>(pixels);
