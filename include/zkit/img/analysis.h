@@ -41,10 +41,10 @@ ZKIT_IMG_API unsigned int ImgPixelCompare(ZROI<ZC24>* first, ZROI<ZC24>* second)
 /// a region of no pixels. Trail: "ImgPixelVariance (BW8)".
 ZKIT_IMG_API short ImgPixelVariance(ZROI<ZBW8>* src, float& variance, float& average);
 
-/// Variances, covariances and means of the components; component i is byte i of the pixels here. With E the mean over
-/// all pixels: var_i = E(c_i^2) - E(c_i)^2, cov_ij = E(c_i^2 + c_j^2 - (c_i - c_j)^2) / 2 - E(c_i) E(c_j). Sums of
-/// squares are formed in 32 bits a row and added up row by row in a float, which limits their precision: a variance of
-/// nearly uniform pixels may come out a little below 0. Trail: "ImgPixelVariance (C24)".
+/// Variances, covariances and means of the bytes c_0, c_1, c_2 of the pixels (c_i being component 2 - i). With E the
+/// mean over all pixels: var_i = E(c_i^2) - E(c_i)^2, cov_ij = E(c_i^2 + c_j^2 - (c_i - c_j)^2) / 2 - E(c_i) E(c_j).
+/// Sums of squares are formed in 32 bits a row and added up row by row in a float, which limits their precision: a
+/// variance of nearly uniform pixels may come out a little below 0. Trail: "ImgPixelVariance (C24)".
 ZKIT_IMG_API void ImgPixelVariance(ZROI<ZC24>* src, float& var2, float& var1, float& var0, float& cov21, float& cov10,
                                    float& cov02, float& average2, float& average1, float& average0);
 
@@ -78,13 +78,15 @@ ZKIT_IMG_API unsigned int ImgCount(ZROI<ZBW8>* src, int (*predicate)(ZBW8&));
 ZKIT_IMG_API unsigned int ImgCount(ZROI<ZC24>* src, int (*predicate)(ZC24&));
 
 /// Centre of gravity of the pixels at or above the threshold: the means of their columns and rows, 0 when there are
-/// none. The sums of columns and of rows are formed modulo 2^32. Needs no working memory.
+/// none. The sums of columns and of rows over the whole region are formed modulo 2^32, which a bright region of about
+/// 2049 x 2049 pixels exceeds. Needs no working memory.
 ZKIT_IMG_API short ImgGravityCenter(ZROI<ZBW8>* src, unsigned int threshold, float& x, float& y);
 
 /// Raw moments of the pixels at or above the threshold: m_pq is the sum of x^p y^q over them, neither normalised nor
-/// centred. Every row is summed in 32 bits and added to a float; a threshold above 255 gives 0.
-/// A pending error does not stop this operation, and its name is added to the trail always; after a failure the
-/// moments are 0. Trail: "ImgBinaryMoments (first order)".
+/// centred. Every row is summed in 32 bits and added to a float; a threshold above 255 gives 0. The sums of x^2 of a
+/// row wrap from 2345 columns on where all of them qualify: measure wider regions in pieces. A pending error does not
+/// stop this operation, and its name is added to the trail always; after a failure the moments are 0. Trail:
+/// "ImgBinaryMoments (first order)".
 ZKIT_IMG_API void ImgBinaryMoments(ZROI<ZBW8>* src, unsigned int threshold, float& m00, float& m10, float& m01);
 
 /// The same with the second order, m11 being (m20 + m02 - D) / 2 with D the sum of (x - y)^2 formed in the same way.
@@ -92,7 +94,8 @@ ZKIT_IMG_API void ImgBinaryMoments(ZROI<ZBW8>* src, unsigned int threshold, floa
 ZKIT_IMG_API void ImgBinaryMoments(ZROI<ZBW8>* src, unsigned int threshold, float& m00, float& m10, float& m01,
                                    float& m20, float& m11, float& m02);
 
-/// As the binary moments of all pixels, each weighed with its grey level. Trail: "ImgWeighedMoments (first order)".
+/// As the binary moments of all pixels, each weighed with its grey level. The sums of a white row wrap from 5805
+/// columns on (v x) and from 371 columns on (v x^2). Trail: "ImgWeighedMoments (first order)".
 ZKIT_IMG_API void ImgWeighedMoments(ZROI<ZBW8>* src, float& m00, float& m10, float& m01);
 
 /// Trail: "ImgWeighedMoments (second order)".
