@@ -27,6 +27,14 @@ bool sameSize(ZGenericROI* region, ZGenericROI* other);
 // The size check of neighbourhood filters on source and destination (1402).
 bool filterSizes(ZGenericROI* src, ZGenericROI* dst);
 
+// What point operations require of their regions: all of them lie within their images, the destination last, and the
+// destination is as large as each source.
+template <class... Sources>
+bool pointRegions(ZGenericROI* dst, Sources*... sources)
+{
+    return (placed(sources) && ...) && placed(dst) && (sameSize(dst, sources) && ...);
+}
+
 // The region has a pixel address (1400): where that is to be tested apart from its placement, of which it is a part.
 bool hasPixels(const ZGenericROI* region);
 

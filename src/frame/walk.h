@@ -3,22 +3,61 @@
 
 #include "frame/overlap.h"
 #include "frame/planes.h"
+#include "simd/stores.h"
+
+#include <array>
+#include <span>
+#include <tuple>
 
 namespace zkit {
 
-// Calls row(src, dst, count) for every row of two planes of pixels of the same size, or once for all of them where
-// no gaps lie between the rows. The row reads every pixel before it writes the one at its place; source and destination
-// may overlap. Raises 1303 and returns false when there is no memory to keep them apart.
-template <class Row>
-bool pointRows(Source src, Target dst, int pixelSize, Row row)
-{
+// A region that a point operation reads, kept apart from the one that it writes. A null region stands for an operand
+// without pixels and has null rows.
+struct PointSource {
+    explicit PointSource(const ZGenericROI* region)
+    {
+        if (region) {
+            plane = source(region);
+            pixelSize = region->GetPixelSize();
+        }
+    }
+
+    const std::uint8_t* row(std::ptrdiff_t y) const { return plane.data + y * plane.pitch; }
+
+    Source plane{};
+    int pixelSize = 0;
     SeparateSource separate;
-    if (!separate.forPoints(src, pixelSize, dst, pixelSize))
+};
+
+// Rows without gaps between them may be taken as one long row where rows mean nothing to the work.
+enum class Joining { allowed, none };
+
+// Prepares a walk over sources and a destination: copies the sources that overlap it, joins rows, says how to store.
+// Raises 1303 and returns false when there is no memory for the copies.
+bool preparePoints(std::span<PointSource> sources, Target& dst, int dstPixelSize, Joining joining, Stores& stores);
+
+// Calls row(source rows..., destination row, count, stores) for every row, or once for all of them. The row reads every
+// pixel before it writes the one at its place; regions of any pixel types may overlap. Raises 1303 and returns false
+// when there is no memory to keep them apart.
+template <class Row, class... Sources>
+bool pointRows(Joining joining, const ZGenericROI* dst, Row row, const Sources*... sources)
+{
+    std::array<PointSource, sizeof...(Sources)> all{PointSource(sources)...};
+    Target to = target(dst);
+    Stores stores{};
+    if (!preparePoints(all, to, dst->GetPixelSize(), joining, stores))
         return false;
-    joinRows(pixelSize, src, dst);
-    for (std::ptrdiff_t y = 0; y < src.height; ++y)
-        row(src.data + y * src.pitch, dst.data + y * dst.pitch, src.width);
+    for (std::ptrdiff_t y = 0; y < to.height; ++y)
+        std::apply([&](auto&... from) { row(from.row(y)..., to.data + y * to.pitch, to.width, stores); }, all);
+    if (stores == Stores::streamed)
+        endStreaming();
     return true;
+}
+
+template <class Row, class... Sources>
+bool pointRows(const ZGenericROI* dst, Row row, const Sources*... sources)
+{
+    return pointRows(Joining::allowed, dst, row, sources...);
 }
 
 // Filters all rows from the top down, the rows above the first and below the last counting 0. Source and destination

@@ -3,30 +3,15 @@
 #include "frame/checks.h"
 #include "frame/walk.h"
 #include "point/lut_workers.h"
+#include "point/table.h"
 #include "simd/choice.h"
 #include "zkit/img/point.h"
 
-#include <array>
 #include <cstring>
 
 using namespace zkit;
 
 namespace {
-
-using Table = std::array<std::uint8_t, 256>;
-
-// Applies a table under a frame of its own, so that what it raises stands twice in the trail.
-short applyTable(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const Table& table)
-{
-    const CallFrame frame("ImgLut");
-    const auto row = [table = table.data(), lut = workers<LutWorkers>().row](auto in, auto out, std::ptrdiff_t count) {
-        lut(in, out, count, table);
-    };
-    if (!(sameSize(src, dst) && hasPixels(dst) && hasPixels(src) && placed(src) && placed(dst) &&
-          pointRows(source(src), target(dst), 1, row)))
-        return frame.trace();
-    return ZOk();
-}
 
 bool holdsTable(const ZVector* lut)
 {
@@ -50,11 +35,31 @@ short lutOfVector(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const Vector* lut)
         return frame.trace();
     Table table;  // a copy: the destination may lie in the vector
     std::memcpy(table.data(), lut->GetDataPtr(), table.size());
-    applyTable(src, dst, table);
+    lutOfTable(src, dst, table);
     return frame.finish();
 }
 
 }  // namespace
+
+namespace zkit {
+
+bool applyTable(const ZROI<ZBW8>* src, const ZROI<ZBW8>* dst, const Table& table)
+{
+    const auto row = [table = table.data(), lut = workers<LutWorkers>().row](
+                         auto in, auto out, auto count, Stores stores) { lut(in, out, count, table, stores); };
+    return pointRows(dst, row, src);
+}
+
+short lutOfTable(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, const Table& table)
+{
+    const CallFrame frame("ImgLut");
+    if (!(sameSize(src, dst) && hasPixels(dst) && hasPixels(src) && placed(src) && placed(dst) &&
+          applyTable(src, dst, table)))
+        return frame.trace();
+    return ZOk();
+}
+
+}  // namespace zkit
 
 short ImgLut(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZVector* lut) { return lutOfVector(src, dst, lut); }
 

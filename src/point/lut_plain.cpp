@@ -3,7 +3,7 @@
 namespace zkit::plain {
 namespace {
 
-void row(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, const std::uint8_t* table)
+void row(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, const std::uint8_t* table, Stores)
 {
     for (std::ptrdiff_t i = 0; i < count; ++i)
         dst[i] = table[src[i]];

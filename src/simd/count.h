@@ -12,14 +12,6 @@ struct Having {
     Bytes of[properties];
 };
 
-// Takes a whole vector out of rows, as LastVector does for their ends.
-struct WholeVector {
-    std::ptrdiff_t x;
-
-    Bytes bytes(const std::uint8_t* row) const { return load(row + x); }
-    Components interleaved(const std::uint8_t* row) const { return loadInterleaved(row + 3 * x); }
-};
-
 // Counts pixels, modulo 2^32.
 template <int properties>
 class Counter {

@@ -14,8 +14,10 @@ namespace {
 
 #ifdef __AVX2__
 using Register = __m256i;
+using FloatRegister = __m256;
 #else
 using Register = __m128i;
+using FloatRegister = __m128;
 #endif
 
 // Lanes of 8, 16, 32 and 64 bits. All arithmetic on them wraps unless its name says otherwise.
@@ -39,9 +41,17 @@ struct Longs {
     Register r;
 };
 
-// Two vectors that hold all bytes of one between them.
+struct Floats {
+    FloatRegister r;
+};
+
+// Two vectors that hold all lanes of one between them.
 struct TwoWords {
     Words low, high;
+};
+
+struct TwoInts {
+    Ints low, high;
 };
 
 // The three bytes of Bytes::lanes colour pixels.

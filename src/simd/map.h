@@ -1,22 +1,55 @@
-// Making every byte of a row from the byte at its place.
+// Making every pixel of a row from the pixels at its place.
 #pragma once
 
 #include "simd/row_end.h"
+#include "simd/stores.h"
 
 namespace zkit::ZKIT_SET {
 namespace {
 
-// dst[i] = step(src[i]) in every lane; dst is src or apart from it.
-template <class Step>
-void mapRow(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Step step)
+// What a step makes of Bytes::lanes pixels: as many registers as the pixels have bytes, in the order of memory.
+template <class Result>
+constexpr std::ptrdiff_t bytesOf = sizeof(Result) / sizeof(Register);
+
+// The first pixel whose address is that of a whole register; count where there is none before it.
+inline std::ptrdiff_t firstAligned(const std::uint8_t* dst, std::ptrdiff_t pixelSize, std::ptrdiff_t count)
 {
     std::ptrdiff_t x = 0;
-    for (; x + Bytes::lanes <= count; x += Bytes::lanes)
-        store(dst + x, step(load(src + x)));
-    if (x < count) {
-        const LastVector last(count);
-        last.storeBytes(dst, step(last.bytes(src)));
+    while (x < count && reinterpret_cast<std::uintptr_t>(dst + x * pixelSize) % sizeof(Register) != 0)
+        ++x;
+    return x;
+}
+
+// dst[i] = step(at) for every vector `at` of a row (WholeVector, LastVector), which takes out of the source rows what
+// stands at its place. dst is one of the source rows or apart from them, always apart when it is streamed to.
+template <class Step>
+void mapRow(std::uint8_t* dst, std::ptrdiff_t count, Stores stores, Step step)
+{
+    using Result = decltype(step(WholeVector{0}));
+    constexpr std::ptrdiff_t size = bytesOf<Result>;
+    if (count < Bytes::lanes) {
+        std::uint8_t pixels[size * Bytes::lanes];
+        store(pixels, step(LastVector(count)));
+        __builtin_memcpy(dst, pixels, static_cast<std::size_t>(size * count));
+        return;
     }
+    // The last vector ends with the row and repeats a few pixels: it is made before they are overwritten.
+    const std::ptrdiff_t last = count - Bytes::lanes;
+    const Result end = step(WholeVector{last});
+    std::ptrdiff_t x = 0;
+    if (stores == Stores::cached) {
+        for (; x < last; x += Bytes::lanes)
+            store(dst + size * x, step(WholeVector{x}));
+    } else {
+        x = firstAligned(dst, size, count);
+        if (x > 0)
+            store(dst, step(WholeVector{0}));
+        for (; x <= last; x += Bytes::lanes)
+            stream(dst + size * x, step(WholeVector{x}));
+        if (x == count)
+            return;
+    }
+    store(dst + size * last, end);
 }
 
 }  // namespace

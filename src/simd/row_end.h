@@ -40,6 +40,15 @@ inline Components loadFirstInterleaved(const std::uint8_t* p, std::ptrdiff_t cou
     return loadInterleaved(padFirst(padded, p, count));
 }
 
+// Takes Bytes::lanes pixels from column x on out of rows.
+struct WholeVector {
+    std::ptrdiff_t x;
+
+    Bytes bytes(const std::uint8_t* row) const { return load(row + x); }
+    TwoWords words(const std::uint8_t* row) const { return loadTwoWords(row + 2 * x); }
+    Components interleaved(const std::uint8_t* row) const { return loadInterleaved(row + 3 * x); }
+};
+
 // The last vector of a row: the pixels that no whole vector before it has held, among others that do not count. No
 // byte outside the row is read.
 class LastVector {
@@ -63,16 +72,13 @@ public:
         return load(pixels);
     }
 
-    // Writes those that count.
-    void storeBytes(std::uint8_t* row, Bytes pixels) const
+    TwoWords words(const std::uint8_t* row) const
     {
-        if (wide_) {
-            store(row + start(), select(counting(), load(row + start()), pixels));
-            return;
-        }
-        std::uint8_t lanes[Bytes::lanes];
-        store(lanes, pixels);
-        __builtin_memcpy(row, lanes, static_cast<std::size_t>(left_));
+        if (wide_)
+            return loadTwoWords(row + 2 * start());
+        std::uint8_t pixels[2 * Bytes::lanes] = {};
+        __builtin_memcpy(pixels, row, static_cast<std::size_t>(2 * left_));
+        return loadTwoWords(pixels);
     }
 
     Components interleaved(const std::uint8_t* row) const

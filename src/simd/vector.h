@@ -16,8 +16,36 @@ namespace {
 
 inline Ints asInts(Longs a) { return {a.r}; }
 
+// A vector like the first argument with the same value in every lane.
+inline Bytes filled(Bytes, int value) { return broadcast(static_cast<std::uint8_t>(value)); }
+inline Words filled(Words, int value) { return broadcastWord(value); }
+
+template <class Vector>
+Vector operator~(Vector a)
+{
+    return a ^ filled(a, -1);
+}
+
 // Where all bits of `choice` are set b, where none is a.
-inline Bytes select(Bytes choice, Bytes a, Bytes b) { return a ^ ((a ^ b) & choice); }
+template <class Vector>
+Vector select(Vector choice, Vector a, Vector b)
+{
+    return a ^ ((a ^ b) & choice);
+}
+
+inline TwoWords loadTwoWords(const std::uint8_t* p) { return {Words{load(p).r}, Words{load(p + sizeof(Register)).r}}; }
+
+inline void store(std::uint8_t* p, TwoWords words)
+{
+    store(p, Bytes{words.low.r});
+    store(p + sizeof(Register), Bytes{words.high.r});
+}
+
+inline void stream(std::uint8_t* p, TwoWords words)
+{
+    stream(p, Bytes{words.low.r});
+    stream(p + sizeof(Register), Bytes{words.high.r});
+}
 
 inline Components loadComponents(const std::uint8_t* p) { return takeApart(loadInterleaved(p)); }
 

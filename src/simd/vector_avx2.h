@@ -8,6 +8,7 @@ namespace {
 
 inline Bytes load(const std::uint8_t* p) { return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))}; }
 inline void store(std::uint8_t* p, Bytes b) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), b.r); }
+inline void stream(std::uint8_t* p, Bytes b) { _mm256_stream_si256(reinterpret_cast<__m256i*>(p), b.r); }
 inline Words loadWords(const std::uint16_t* p) { return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))}; }
 inline void store(std::uint16_t* p, Words w) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), w.r); }
 
@@ -22,12 +23,27 @@ inline Bytes equal(Bytes a, Bytes b) { return {_mm256_cmpeq_epi8(a.r, b.r)}; }
 inline Bytes operator&(Bytes a, Bytes b) { return {_mm256_and_si256(a.r, b.r)}; }
 inline Bytes operator|(Bytes a, Bytes b) { return {_mm256_or_si256(a.r, b.r)}; }
 inline Bytes operator^(Bytes a, Bytes b) { return {_mm256_xor_si256(a.r, b.r)}; }
+inline Bytes operator+(Bytes a, Bytes b) { return {_mm256_add_epi8(a.r, b.r)}; }
 inline Bytes operator-(Bytes a, Bytes b) { return {_mm256_sub_epi8(a.r, b.r)}; }
+inline Bytes addSaturated(Bytes a, Bytes b) { return {_mm256_adds_epu8(a.r, b.r)}; }
+inline Bytes averageUp(Bytes a, Bytes b) { return {_mm256_avg_epu8(a.r, b.r)}; }
 inline Bytes subtractSaturated(Bytes a, Bytes b) { return {_mm256_subs_epu8(a.r, b.r)}; }
 inline Bytes greaterSigned(Bytes a, Bytes b) { return {_mm256_cmpgt_epi8(a.r, b.r)}; }
 
 inline Words operator+(Words a, Words b) { return {_mm256_add_epi16(a.r, b.r)}; }
 inline Words operator-(Words a, Words b) { return {_mm256_sub_epi16(a.r, b.r)}; }
+inline Words operator*(Words a, Words b) { return {_mm256_mullo_epi16(a.r, b.r)}; }
+inline Words operator&(Words a, Words b) { return {_mm256_and_si256(a.r, b.r)}; }
+inline Words operator|(Words a, Words b) { return {_mm256_or_si256(a.r, b.r)}; }
+inline Words operator^(Words a, Words b) { return {_mm256_xor_si256(a.r, b.r)}; }
+inline Words equal(Words a, Words b) { return {_mm256_cmpeq_epi16(a.r, b.r)}; }
+inline Words addSaturated(Words a, Words b) { return {_mm256_adds_epu16(a.r, b.r)}; }
+inline Words subtractSaturated(Words a, Words b) { return {_mm256_subs_epu16(a.r, b.r)}; }
+inline Words addSaturatedSigned(Words a, Words b) { return {_mm256_adds_epi16(a.r, b.r)}; }
+inline Words averageUp(Words a, Words b) { return {_mm256_avg_epu16(a.r, b.r)}; }
+inline Words shiftRight(Words a, int count) { return {_mm256_srl_epi16(a.r, _mm_cvtsi32_si128(count))}; }
+inline Words shiftRightSigned(Words a, int count) { return {_mm256_sra_epi16(a.r, _mm_cvtsi32_si128(count))}; }
+inline Words shiftLeft(Words a, int count) { return {_mm256_sll_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words multiplyHigh(Words a, Words b) { return {_mm256_mulhi_epu16(a.r, b.r)}; }
 inline Ints multiplyAddPairs(Words a, Words b) { return {_mm256_madd_epi16(a.r, b.r)}; }
 
@@ -35,6 +51,22 @@ inline Ints operator+(Ints a, Ints b) { return {_mm256_add_epi32(a.r, b.r)}; }
 inline Ints operator-(Ints a, Ints b) { return {_mm256_sub_epi32(a.r, b.r)}; }
 inline Ints operator*(Ints a, Ints b) { return {_mm256_mullo_epi32(a.r, b.r)}; }
 inline Ints shiftRight(Ints a, int count) { return {_mm256_srl_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+
+inline Ints equal(Ints a, Ints b) { return {_mm256_cmpeq_epi32(a.r, b.r)}; }
+inline Ints operator&(Ints a, Ints b) { return {_mm256_and_si256(a.r, b.r)}; }
+
+inline Floats broadcastFloat(float value) { return {_mm256_set1_ps(value)}; }
+inline Floats operator+(Floats a, Floats b) { return {_mm256_add_ps(a.r, b.r)}; }
+inline Floats operator-(Floats a, Floats b) { return {_mm256_sub_ps(a.r, b.r)}; }
+inline Floats operator*(Floats a, Floats b) { return {_mm256_mul_ps(a.r, b.r)}; }
+inline Floats operator/(Floats a, Floats b) { return {_mm256_div_ps(a.r, b.r)}; }
+
+// About 1 / a, with a relative error of at most 1.5 / 4096; infinite for 0.
+inline Floats reciprocal(Floats a) { return {_mm256_rcp_ps(a.r)}; }
+
+// Signed numbers. Fractions are truncated; numbers that do not fit give the smallest one.
+inline Floats toFloats(Ints a) { return {_mm256_cvtepi32_ps(a.r)}; }
+inline Ints toInts(Floats a) { return {_mm256_cvttps_epi32(a.r)}; }
 
 inline Longs operator+(Longs a, Longs b) { return {_mm256_add_epi64(a.r, b.r)}; }
 
@@ -63,6 +95,25 @@ inline TwoWords widen(Bytes a)
     const __m256i zero = _mm256_setzero_si256();
     return {{_mm256_unpacklo_epi8(a.r, zero)}, {_mm256_unpackhi_epi8(a.r, zero)}};
 }
+
+// The words as non-negative numbers, and back with saturation to 0..65535 or to the range of signed words; signed words
+// back to bytes with saturation to 0..255. They undo each other, whatever order of the lanes lies between.
+inline TwoInts widen(Words a)
+{
+    const __m256i zero = _mm256_setzero_si256();
+    return {{_mm256_unpacklo_epi16(a.r, zero)}, {_mm256_unpackhi_epi16(a.r, zero)}};
+}
+inline Words narrow(TwoInts a) { return {_mm256_packus_epi32(a.low.r, a.high.r)}; }
+inline Words narrowSigned(TwoInts a) { return {_mm256_packs_epi32(a.low.r, a.high.r)}; }
+inline Bytes narrow(TwoWords a) { return {_mm256_packus_epi16(a.low.r, a.high.r)}; }
+
+// The same with the lanes in the order of memory.
+inline TwoWords widenInOrder(Bytes a)
+{
+    return {{_mm256_cvtepu8_epi16(_mm256_castsi256_si128(a.r))},
+            {_mm256_cvtepu8_epi16(_mm256_extracti128_si256(a.r, 1))}};
+}
+inline Bytes narrowInOrder(TwoWords a) { return {_mm256_permute4x64_epi64(narrow(a).r, _MM_SHUFFLE(3, 1, 2, 0))}; }
 
 // The bytes at even and at odd places as words, and back (from words up to 255).
 inline Words evenBytes(Bytes a) { return {_mm256_and_si256(a.r, _mm256_set1_epi16(255))}; }
@@ -129,10 +180,34 @@ inline Components loadInterleaved(const std::uint8_t* p)
     return {at(0), at(16), at(32)};
 }
 
+inline void storeHalves(std::uint8_t* p, Bytes b)
+{
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(b.r));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p + 48), _mm256_extracti128_si256(b.r, 1));
+}
+inline void store(std::uint8_t* p, Components interleaved)
+{
+    storeHalves(p, interleaved.c0);
+    storeHalves(p + 16, interleaved.c1);
+    storeHalves(p + 32, interleaved.c2);
+}
+inline void streamHalves(std::uint8_t* p, Bytes b)
+{
+    _mm_stream_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(b.r));
+    _mm_stream_si128(reinterpret_cast<__m128i*>(p + 48), _mm256_extracti128_si256(b.r, 1));
+}
+inline void stream(std::uint8_t* p, Components interleaved)
+{
+    streamHalves(p, interleaved.c0);
+    streamHalves(p + 16, interleaved.c1);
+    streamHalves(p + 32, interleaved.c2);
+}
+
 // Where the bytes of a component lie in 16 bytes that pixels are cut into.
 struct Places {
     std::uint8_t every[3][16];  // all bits set at the places of phase 0, 1, 2: bytes whose number modulo 3 is that
     std::uint8_t order[3][16];  // the places of component 0, 1, 2 of 16 pixels one after the other
+    std::uint8_t pixel[3][16];  // the pixels that the 48 bytes of 16 of them belong to
 };
 
 constexpr Places makePlaces()
@@ -142,6 +217,7 @@ constexpr Places makePlaces()
         for (int k = 0; k < 16; ++k) {
             places.every[i][k] = k % 3 == i ? 255 : 0;
             places.order[i][k] = static_cast<std::uint8_t>((3 * k + i) % 16);
+            places.pixel[i][k] = static_cast<std::uint8_t>((16 * i + k) / 3);
         }
     return places;
 }
@@ -161,6 +237,25 @@ inline Components takeApart(Components p)
     return {lookUp(merged(phase0, phase2, phase1), loadTable(places.order[0])),
             lookUp(merged(phase1, phase0, phase2), loadTable(places.order[1])),
             lookUp(merged(phase2, phase1, phase0), loadTable(places.order[2]))};
+}
+
+// Colour pixels with the grey levels of a vector in all three components, as they lie in memory.
+inline Components spread(Bytes grey)
+{
+    return {lookUp(grey, loadTable(places.pixel[0])), lookUp(grey, loadTable(places.pixel[1])),
+            lookUp(grey, loadTable(places.pixel[2]))};
+}
+
+// Components back to pixels as they lie in memory.
+inline Components putTogether(Components c)
+{
+    const auto of = [&c](int i) {
+        const Bytes from0 = lookUp(c.c0, loadTable(places.pixel[i])) & loadTable(places.every[(3 - i) % 3]);
+        const Bytes from1 = lookUp(c.c1, loadTable(places.pixel[i])) & loadTable(places.every[(4 - i) % 3]);
+        const Bytes from2 = lookUp(c.c2, loadTable(places.pixel[i])) & loadTable(places.every[(5 - i) % 3]);
+        return from0 | from1 | from2;
+    };
+    return {of(0), of(1), of(2)};
 }
 
 }  // namespace

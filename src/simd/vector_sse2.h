@@ -8,6 +8,7 @@ namespace {
 
 inline Bytes load(const std::uint8_t* p) { return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))}; }
 inline void store(std::uint8_t* p, Bytes b) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), b.r); }
+inline void stream(std::uint8_t* p, Bytes b) { _mm_stream_si128(reinterpret_cast<__m128i*>(p), b.r); }
 inline Words loadWords(const std::uint16_t* p) { return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))}; }
 inline void store(std::uint16_t* p, Words w) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), w.r); }
 
@@ -22,12 +23,27 @@ inline Bytes equal(Bytes a, Bytes b) { return {_mm_cmpeq_epi8(a.r, b.r)}; }
 inline Bytes operator&(Bytes a, Bytes b) { return {_mm_and_si128(a.r, b.r)}; }
 inline Bytes operator|(Bytes a, Bytes b) { return {_mm_or_si128(a.r, b.r)}; }
 inline Bytes operator^(Bytes a, Bytes b) { return {_mm_xor_si128(a.r, b.r)}; }
+inline Bytes operator+(Bytes a, Bytes b) { return {_mm_add_epi8(a.r, b.r)}; }
 inline Bytes operator-(Bytes a, Bytes b) { return {_mm_sub_epi8(a.r, b.r)}; }
+inline Bytes addSaturated(Bytes a, Bytes b) { return {_mm_adds_epu8(a.r, b.r)}; }
+inline Bytes averageUp(Bytes a, Bytes b) { return {_mm_avg_epu8(a.r, b.r)}; }
 inline Bytes subtractSaturated(Bytes a, Bytes b) { return {_mm_subs_epu8(a.r, b.r)}; }
 inline Bytes greaterSigned(Bytes a, Bytes b) { return {_mm_cmpgt_epi8(a.r, b.r)}; }
 
 inline Words operator+(Words a, Words b) { return {_mm_add_epi16(a.r, b.r)}; }
 inline Words operator-(Words a, Words b) { return {_mm_sub_epi16(a.r, b.r)}; }
+inline Words operator*(Words a, Words b) { return {_mm_mullo_epi16(a.r, b.r)}; }
+inline Words operator&(Words a, Words b) { return {_mm_and_si128(a.r, b.r)}; }
+inline Words operator|(Words a, Words b) { return {_mm_or_si128(a.r, b.r)}; }
+inline Words operator^(Words a, Words b) { return {_mm_xor_si128(a.r, b.r)}; }
+inline Words equal(Words a, Words b) { return {_mm_cmpeq_epi16(a.r, b.r)}; }
+inline Words addSaturated(Words a, Words b) { return {_mm_adds_epu16(a.r, b.r)}; }
+inline Words subtractSaturated(Words a, Words b) { return {_mm_subs_epu16(a.r, b.r)}; }
+inline Words addSaturatedSigned(Words a, Words b) { return {_mm_adds_epi16(a.r, b.r)}; }
+inline Words averageUp(Words a, Words b) { return {_mm_avg_epu16(a.r, b.r)}; }
+inline Words shiftRight(Words a, int count) { return {_mm_srl_epi16(a.r, _mm_cvtsi32_si128(count))}; }
+inline Words shiftRightSigned(Words a, int count) { return {_mm_sra_epi16(a.r, _mm_cvtsi32_si128(count))}; }
+inline Words shiftLeft(Words a, int count) { return {_mm_sll_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words multiplyHigh(Words a, Words b) { return {_mm_mulhi_epu16(a.r, b.r)}; }
 inline Ints multiplyAddPairs(Words a, Words b) { return {_mm_madd_epi16(a.r, b.r)}; }
 
@@ -41,6 +57,18 @@ inline Ints operator*(Ints a, Ints b)
                                _mm_shuffle_epi32(odd, _MM_SHUFFLE(0, 0, 2, 0)))};
 }
 inline Ints shiftRight(Ints a, int count) { return {_mm_srl_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+
+inline Ints equal(Ints a, Ints b) { return {_mm_cmpeq_epi32(a.r, b.r)}; }
+inline Ints operator&(Ints a, Ints b) { return {_mm_and_si128(a.r, b.r)}; }
+
+inline Floats broadcastFloat(float value) { return {_mm_set1_ps(value)}; }
+inline Floats operator+(Floats a, Floats b) { return {_mm_add_ps(a.r, b.r)}; }
+inline Floats operator-(Floats a, Floats b) { return {_mm_sub_ps(a.r, b.r)}; }
+inline Floats operator*(Floats a, Floats b) { return {_mm_mul_ps(a.r, b.r)}; }
+inline Floats operator/(Floats a, Floats b) { return {_mm_div_ps(a.r, b.r)}; }
+inline Floats reciprocal(Floats a) { return {_mm_rcp_ps(a.r)}; }
+inline Floats toFloats(Ints a) { return {_mm_cvtepi32_ps(a.r)}; }
+inline Ints toInts(Floats a) { return {_mm_cvttps_epi32(a.r)}; }
 
 inline Longs operator+(Longs a, Longs b) { return {_mm_add_epi64(a.r, b.r)}; }
 inline Longs sumsOfEight(Bytes a) { return {_mm_sad_epu8(a.r, _mm_setzero_si128())}; }
@@ -67,6 +95,24 @@ inline TwoWords widen(Bytes a)
     const __m128i zero = _mm_setzero_si128();
     return {{_mm_unpacklo_epi8(a.r, zero)}, {_mm_unpackhi_epi8(a.r, zero)}};
 }
+
+inline TwoInts widen(Words a)
+{
+    const __m128i zero = _mm_setzero_si128();
+    return {{_mm_unpacklo_epi16(a.r, zero)}, {_mm_unpackhi_epi16(a.r, zero)}};
+}
+inline Words narrow(TwoInts a)
+{
+    // There is only a signed saturation: the numbers are moved into its range. The smallest one, which no number that
+    // fits becomes, wraps to 65535.
+    const __m128i offset = _mm_set1_epi32(32768);
+    const __m128i words = _mm_packs_epi32(_mm_sub_epi32(a.low.r, offset), _mm_sub_epi32(a.high.r, offset));
+    return {_mm_xor_si128(words, _mm_set1_epi16(-32768))};
+}
+inline Words narrowSigned(TwoInts a) { return {_mm_packs_epi32(a.low.r, a.high.r)}; }
+inline Bytes narrow(TwoWords a) { return {_mm_packus_epi16(a.low.r, a.high.r)}; }
+inline TwoWords widenInOrder(Bytes a) { return widen(a); }
+inline Bytes narrowInOrder(TwoWords a) { return narrow(a); }
 
 inline Words evenBytes(Bytes a) { return {_mm_and_si128(a.r, _mm_set1_epi16(255))}; }
 inline Words oddBytes(Bytes a) { return {_mm_srli_epi16(a.r, 8)}; }
@@ -96,6 +142,19 @@ Words after(Words here, Words next)
 }
 
 inline Components loadInterleaved(const std::uint8_t* p) { return {load(p), load(p + 16), load(p + 32)}; }
+
+inline void store(std::uint8_t* p, Components interleaved)
+{
+    store(p, interleaved.c0);
+    store(p + 16, interleaved.c1);
+    store(p + 32, interleaved.c2);
+}
+inline void stream(std::uint8_t* p, Components interleaved)
+{
+    stream(p, interleaved.c0);
+    stream(p + 16, interleaved.c1);
+    stream(p + 32, interleaved.c2);
+}
 
 inline Components takeApart(Components p)
 {

@@ -1,0 +1,173 @@
+#include "point/arithmetic_workers.h"
+#include "simd/map.h"
+#include "simd/quotient.h"
+#include "zkit/img/arithmetic_codes.h"
+
+namespace zkit::ZKIT_SET {
+namespace {
+
+template <class Vector>
+Vector isZero(Vector a)
+{
+    return equal(a, filled(a, 0));
+}
+
+template <class Vector>
+Vector isNonzero(Vector a)
+{
+    return ~isZero(a);
+}
+
+// (a + b) / 2, truncated.
+template <class Vector>
+Vector average(Vector a, Vector b)
+{
+    return averageUp(a, b) - ((a ^ b) & filled(a, 1));
+}
+
+template <class Vector>
+Vector isGreaterOrEqual(Vector a, Vector b)
+{
+    return isZero(subtractSaturated(b, a));
+}
+
+// Products of words, and of bytes as words, saturated to the largest byte or word.
+inline Words multiplySaturated(Words a, Words b) { return a * b | isNonzero(multiplyHigh(a, b)); }
+
+inline Words atMost255(Words a) { return a - subtractSaturated(a, filled(a, 255)); }
+
+inline Bytes multiplySaturated(Bytes a, Bytes b)
+{
+    return interleave(atMost255(evenBytes(a) * evenBytes(b)), atMost255(oddBytes(a) * oddBytes(b)));
+}
+
+inline Bytes multiplyScaled(Bytes a, Bytes b)
+{
+    return interleave(shiftRight(evenBytes(a) * evenBytes(b), 8), shiftRight(oddBytes(a) * oddBytes(b), 8));
+}
+
+inline Words multiplyScaled(Words a, Words b)
+{
+    const Words high = multiplyHigh(a, b);
+    return shiftLeft(high, 8) | shiftRight(a * b, 8) | isNonzero(shiftRight(high, 8));
+}
+
+// For every lane a step done as often as `counts` says, up to as many times as the lanes have bits: after more of them
+// nothing changes any more.
+template <class Vector, class Step>
+Vector repeat(Vector a, Vector counts, Step step)
+{
+    constexpr int digits = 8 * sizeof(Register) / Vector::lanes;
+    for (int times = 1; times <= digits; times *= 2) {
+        Vector stepped = a;
+        for (int i = 0; i < times; ++i)
+            stepped = step(stepped);
+        // Counts beyond the bits that are looked at one by one do all steps.
+        const Vector bit = filled(a, times);
+        const Vector wanted = times == digits ? isGreaterOrEqual(counts, bit) : equal(counts & bit, bit);
+        a = select(wanted, a, stepped);
+    }
+    return a;
+}
+
+// What the code makes of a vector that held `old`. Quotients by 0 are the largest value.
+template <int code, class Vector>
+Vector combined(Vector a, Vector b, [[maybe_unused]] Vector old)
+{
+    const auto orTop = [b](Vector quotient) { return quotient | isZero(b); };
+    if constexpr (code == ARITH_LOGIC_COPY)
+        return a;
+    else if constexpr (code == ARITH_LOGIC_INVERT)
+        return ~a;
+    else if constexpr (code == ARITH_LOGIC_ADD)
+        return addSaturated(a, b);
+    else if constexpr (code == ARITH_LOGIC_SUBTRACT)
+        return subtractSaturated(a, b);
+    else if constexpr (code == ARITH_LOGIC_MULTIPLY)
+        return multiplySaturated(a, b);
+    else if constexpr (code == ARITH_LOGIC_DIVIDE)
+        return orTop(quotient(a, b));
+    else if constexpr (code == ARITH_LOGIC_MODULO)
+        return orTop(remainder(a, b));
+    else if constexpr (code == ARITH_LOGIC_SHIFT_LEFT)
+        return repeat(a, b, [](Vector half) { return addSaturated(half, half); });
+    else if constexpr (code == ARITH_LOGIC_SHIFT_RIGHT)
+        return repeat(a, b, [](Vector twice) { return average(twice, filled(twice, 0)); });
+    else if constexpr (code == ARITH_LOGIC_AVERAGE)
+        return average(a, b);
+    else if constexpr (code == ARITH_LOGIC_DIFFERENCE)
+        return average(a, ~b);
+    else if constexpr (code == ARITH_LOGIC_SCALED_MULTIPLY)
+        return multiplyScaled(a, b);
+    else if constexpr (code == ARITH_LOGIC_SCALED_DIVIDE)
+        return orTop(scaledQuotient(a, b));
+    else if constexpr (code == ARITH_LOGIC_AND)
+        return a & b;
+    else if constexpr (code == ARITH_LOGIC_OR)
+        return a | b;
+    else if constexpr (code == ARITH_LOGIC_XOR)
+        return a ^ b;
+    else if constexpr (code == ARITH_LOGIC_LOGICAL_NAND)
+        return isZero(a) | isZero(b);
+    else if constexpr (code == ARITH_LOGIC_LOGICAL_NOR)
+        return isZero(a | b);
+    else if constexpr (code == ARITH_LOGIC_LOGICAL_XNOR)
+        return equal(isZero(a), isZero(b));
+    else if constexpr (code == ARITH_LOGIC_MIN)
+        return a - subtractSaturated(a, b);
+    else if constexpr (code == ARITH_LOGIC_MAX)
+        return b + subtractSaturated(a, b);
+    else if constexpr (code == ARITH_LOGIC_COPY_WHERE_ZERO)
+        return select(isZero(a), old, b);
+    else if constexpr (code == ARITH_LOGIC_COPY_WHERE_NONZERO)
+        return select(isZero(a), b, old);
+    else if constexpr (code == ARITH_LOGIC_EQUAL)
+        return equal(a, b);
+    else if constexpr (code == ARITH_LOGIC_NOT_EQUAL)
+        return ~equal(a, b);
+    else if constexpr (code == ARITH_LOGIC_GREATER_OR_EQUAL)
+        return isGreaterOrEqual(a, b);
+    else if constexpr (code == ARITH_LOGIC_LESS_OR_EQUAL)
+        return isGreaterOrEqual(b, a);
+    else if constexpr (code == ARITH_LOGIC_GREATER)
+        return ~isGreaterOrEqual(b, a);
+    else if constexpr (code == ARITH_LOGIC_LESS)
+        return ~isGreaterOrEqual(a, b);
+    else if constexpr (code == ARITH_LOGIC_ADD_MODULO)
+        return a + b;
+    else
+        return a - b;
+}
+
+// A destination that is read as well is in the caches already.
+template <int code>
+Stores storesOf(Stores stores)
+{
+    return code == ARITH_LOGIC_COPY_WHERE_ZERO || code == ARITH_LOGIC_COPY_WHERE_NONZERO ? Stores::cached : stores;
+}
+
+template <int code>
+void bytes(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
+{
+    mapRow(dst, count, storesOf<code>(stores),
+           [=](auto at) { return combined<code>(at.bytes(a), at.bytes(b), at.bytes(dst)); });
+}
+
+template <int code>
+void words(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
+{
+    mapRow(dst, count, storesOf<code>(stores), [=](auto at) {
+        const TwoWords x = at.words(a), y = at.words(b), old = at.words(dst);
+        return TwoWords{combined<code>(x.low, y.low, old.low), combined<code>(x.high, y.high, old.high)};
+    });
+}
+
+template <int... codes>
+constexpr ArithmeticWorkers table = {{bytes<codes>...}, {words<codes>...}};
+
+}  // namespace
+}  // namespace zkit::ZKIT_SET
+
+const zkit::ArithmeticWorkers zkit::ArithmeticWorkers::ZKIT_SET =
+    ZKIT_SET::table<0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26,
+                    27, 28, 29, 30>;
