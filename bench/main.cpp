@@ -55,7 +55,7 @@ void addWithPeer(const Operation& operation, Scene& scene)
 std::vector<Operation> allOperations()
 {
     std::vector<Operation> all;
-    for (const auto family : {analysisOperations(), pointOperations(), filterOperations()})
+    for (const auto family : {analysisOperations(), pointOperations(), arithmeticOperations(), filterOperations()})
         all.insert(all.end(), family.begin(), family.end());
     return all;
 }

@@ -10,6 +10,15 @@ namespace bench {
 // The arguments of the operations, the same for the peer.
 inline constexpr unsigned char low = 90;
 inline constexpr unsigned char high = 150;
+inline constexpr unsigned char constant = 3;  ///< beside an image; no shift is out of range
+inline constexpr float gain = 1.3f;
+inline constexpr float steepGain = 5.5f;
+inline constexpr float offset = -7.f;
+inline constexpr float wantedMean = 128.f;
+inline constexpr float wantedDeviation = 40.f;
+inline constexpr unsigned char lightLevel = 200;
+inline constexpr unsigned char darkLevel = 10;
+inline constexpr unsigned int shift = 4;  ///< the sum of summedImages becomes their average
 
 /// Entry of the look-up table; its values matter to nobody.
 constexpr unsigned char tableEntry(int level) { return static_cast<unsigned char>(level * 167 + 13); }
@@ -28,6 +37,7 @@ struct Operation {
 
 std::span<const Operation> analysisOperations();
 std::span<const Operation> pointOperations();
+std::span<const Operation> arithmeticOperations();
 std::span<const Operation> filterOperations();
 
 /// The peer's equivalent of the operation with the same name and type.

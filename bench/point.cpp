@@ -1,4 +1,4 @@
-// Point operations.
+// Point operations and conversions.
 #include "operation.h"
 #include "zkit/img.h"
 
@@ -23,8 +23,56 @@ void lut(Scene& scene)
     ImgLut(scene.grey(), scene.greyResult(), &curve.vector);
 }
 
+template <int useTable>
+void transform(Scene& scene)
+{
+    const auto curve = [](unsigned char level) { return tableEntry(level); };
+    ImgTransform(scene.grey(), scene.greyResult(), curve, useTable);
+}
+
+void normalize(Scene& scene) { ImgNormalize(scene.grey(), scene.greyResult(), wantedMean, wantedDeviation); }
+
+void gainOffset(Scene& scene) { ImgGainOffset(scene.grey(), scene.greyResult(), gain, offset); }
+
+void steepGainOffset(Scene& scene) { ImgGainOffset(scene.grey(), scene.greyResult(), steepGain, offset); }
+
+void gainOffsetColor(Scene& scene)
+{
+    ImgGainOffset(scene.color(), scene.colorResult(), {gain, 1.1f, 0.9f}, {offset, 3.f, 5.f});
+}
+
+void uniformize(Scene& scene) { ImgUniformize(scene.grey(), lightLevel, scene.greyReference(), scene.greyResult()); }
+
+void uniformizeLightAndDark(Scene& scene)
+{
+    ImgUniformize(scene.grey(), lightLevel, scene.greyReference(), darkLevel, scene.dark(), scene.greyResult());
+}
+
+void narrow(Scene& scene) { ImgConvert(scene.greySum(), scene.greyResult(), shift); }
+
+void widen(Scene& scene) { ImgConvert(scene.grey(), scene.grey16Result(), shift); }
+
+void greyToColor(Scene& scene) { ImgConvert(scene.grey(), scene.colorResult()); }
+
+void colorToGrey(Scene& scene) { ImgConvert(scene.color(), scene.greyResult()); }
+
+void to422(Scene& scene) { ImgConvertTo422(scene.grey(), scene.grey16Result()); }
+
 constexpr Operation table[] = {
     {"ImgLut", "BW8", 1, 1, lut},
+    {"ImgTransform", "BW8", 1, 1, transform<1>},
+    {"ImgTransform", "BW8 function", 1, 1, transform<0>},
+    {"ImgNormalize", "BW8", 2, 1, normalize},
+    {"ImgGainOffset", "BW8", 1, 1, gainOffset},
+    {"ImgGainOffset", "BW8 steep", 1, 1, steepGainOffset},
+    {"ImgGainOffset", "C24", 3, 3, gainOffsetColor},
+    {"ImgUniformize", "BW8 light", 2, 1, uniformize},
+    {"ImgUniformize", "BW8 light, dark", 3, 1, uniformizeLightAndDark},
+    {"ImgConvert", "BW16 to BW8", 2, 1, narrow},
+    {"ImgConvert", "BW8 to BW16", 1, 2, widen},
+    {"ImgConvert", "BW8 to C24", 1, 3, greyToColor},
+    {"ImgConvert", "C24 to BW8", 3, 1, colorToGrey},
+    {"ImgConvertTo422", "BW8", 1, 2, to422},
 };
 
 }  // namespace

@@ -11,10 +11,10 @@ namespace {
 
 using Figure = std::optional<double>;
 
-// Not known when one of the two is not.
+// Not known when one of the two is not, or there is nothing to compare with.
 Figure ratio(Figure numerator, Figure denominator)
 {
-    if (!numerator || !denominator)
+    if (!numerator || !denominator || *denominator == 0)
         return {};
     return *numerator / *denominator;
 }
@@ -33,7 +33,7 @@ constexpr std::size_t columns = 8;
 void printLine(std::ostream& out, const std::string& name, const std::string& type, const std::string& size,
                const std::array<std::string, columns>& figures)
 {
-    out << std::left << std::setw(20) << name << std::setw(5) << type << std::setw(4) << size << std::right;
+    out << std::left << std::setw(20) << name << std::setw(28) << type << std::setw(4) << size << std::right;
     for (const std::string& figure : figures)
         out << std::setw(10) << figure;
     out << '\n';

@@ -11,6 +11,8 @@ namespace {
 constexpr unsigned int partsSeed = 20240117;
 constexpr unsigned int sourceNoise = 1;
 constexpr unsigned int referenceNoise = 2;
+constexpr unsigned int darkNoise = 3;
+constexpr int bright = 150;
 
 constexpr std::size_t smallImage = std::size_t(1) << 20;   // more than the second-level cache's share of one image
 constexpr std::size_t cacheBytes = std::size_t(64) << 20;  // twice the last-level cache of a large processor
@@ -72,6 +74,22 @@ void drawGrey(ZImage<ZBW8>& image, unsigned int noiseSeed)
             row(image, y)[x] = ZBW8(std::clamp(canvas.at(x, y) + noise(random), 0.f, 255.f));
 }
 
+void drawDark(ZImage<ZBW8>& image)
+{
+    std::mt19937 random(darkNoise);
+    std::uniform_int_distribution<unsigned int> level(4, 12);
+    for (int y = 0; y < image.GetHeight(); ++y)
+        for (int x = 0; x < image.GetWidth(); ++x)
+            row(image, y)[x] = ZBW8(level(random));
+}
+
+void drawMask(ZImage<ZBW8>& image, ZImage<ZBW8>& grey)
+{
+    for (int y = 0; y < image.GetHeight(); ++y)
+        for (int x = 0; x < image.GetWidth(); ++x)
+            row(image, y)[x] = row(grey, y)[x] > bright ? 255 : 0;
+}
+
 void drawColor(ZImage<ZC24>& image, ZImage<ZBW8>& grey)
 {
     for (int y = 0; y < image.GetHeight(); ++y)
@@ -124,6 +142,16 @@ ZImage<ZBW8>* Scene::greyReference()
     return current(greyReference_, [](auto& image) { drawGrey(image, referenceNoise); });
 }
 
+ZImage<ZBW8>* Scene::dark()
+{
+    return current(dark_, [](auto& image) { drawDark(image); });
+}
+
+ZImage<ZBW8>* Scene::mask()
+{
+    return current(mask_, [this](auto& image) { drawMask(image, *grey()); });
+}
+
 ZImage<ZBW8>* Scene::greyResult()
 {
     return current(greyResult_, [](auto& image) { drawGrey(image, referenceNoise); });
@@ -132,6 +160,11 @@ ZImage<ZBW8>* Scene::greyResult()
 ZImage<ZBW16>* Scene::greySum()
 {
     return current(greySum_, [this](auto& image) { drawSum(image, *greyReference()); });
+}
+
+ZImage<ZBW16>* Scene::grey16Result()
+{
+    return current(grey16Result_, [this](auto& image) { drawSum(image, *greyReference()); });
 }
 
 ZImage<ZC24>* Scene::color()

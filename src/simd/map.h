@@ -11,11 +11,11 @@ namespace {
 template <class Result>
 constexpr std::ptrdiff_t bytesOf = sizeof(Result) / sizeof(Register);
 
-// The first pixel whose address is that of a whole register; count where there is none before it.
-inline std::ptrdiff_t firstAligned(const std::uint8_t* dst, std::ptrdiff_t pixelSize, std::ptrdiff_t count)
+// The first pixel at the address of a whole register; Bytes::lanes where no pixel has such an address.
+inline std::ptrdiff_t firstAligned(const std::uint8_t* dst, std::ptrdiff_t pixelSize)
 {
     std::ptrdiff_t x = 0;
-    while (x < count && reinterpret_cast<std::uintptr_t>(dst + x * pixelSize) % sizeof(Register) != 0)
+    while (x < Bytes::lanes && reinterpret_cast<std::uintptr_t>(dst + x * pixelSize) % sizeof(Register) != 0)
         ++x;
     return x;
 }
@@ -36,18 +36,18 @@ void mapRow(std::uint8_t* dst, std::ptrdiff_t count, Stores stores, Step step)
     // The last vector ends with the row and repeats a few pixels: it is made before they are overwritten.
     const std::ptrdiff_t last = count - Bytes::lanes;
     const Result end = step(WholeVector{last});
+    const std::ptrdiff_t aligned = stores == Stores::streamed ? firstAligned(dst, size) : Bytes::lanes;
     std::ptrdiff_t x = 0;
-    if (stores == Stores::cached) {
-        for (; x < last; x += Bytes::lanes)
-            store(dst + size * x, step(WholeVector{x}));
-    } else {
-        x = firstAligned(dst, size, count);
-        if (x > 0)
+    if (aligned < Bytes::lanes) {
+        if (aligned > 0)
             store(dst, step(WholeVector{0}));
-        for (; x <= last; x += Bytes::lanes)
+        for (x = aligned; x <= last; x += Bytes::lanes)
             stream(dst + size * x, step(WholeVector{x}));
         if (x == count)
             return;
+    } else {
+        for (; x < last; x += Bytes::lanes)
+            store(dst + size * x, step(WholeVector{x}));
     }
     store(dst + size * last, end);
 }
