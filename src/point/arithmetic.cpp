@@ -41,8 +41,8 @@ bool accepted(int code, Codes codes) { return require(contains(codes, code), Z_E
 
 bool divisorNotZero(int code, const Operand& b)
 {
-    const auto bytes = b.pixel();
-    return require(!(divides(code) && std::ranges::count(bytes, 0) > 0), Z_ERROR_DIVISION_BY_ZERO);
+    const bool divides = code == ARITH_LOGIC_DIVIDE || code == ARITH_LOGIC_MODULO;
+    return require(!(divides && std::ranges::count(b.pixel(), 0) > 0), Z_ERROR_DIVISION_BY_ZERO);
 }
 
 // A form of ImgOper.

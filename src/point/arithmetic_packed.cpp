@@ -100,7 +100,7 @@ Vector combined(Vector a, Vector b, [[maybe_unused]] Vector old)
     else if constexpr (code == ARITH_LOGIC_SCALED_MULTIPLY)
         return multiplyScaled(a, b);
     else if constexpr (code == ARITH_LOGIC_SCALED_DIVIDE)
-        return orTop(scaledQuotient(a, b));
+        return orTop(scaledQuotient(a, 256, b));
     else if constexpr (code == ARITH_LOGIC_AND)
         return a & b;
     else if constexpr (code == ARITH_LOGIC_OR)
@@ -146,20 +146,49 @@ Stores storesOf(Stores stores)
     return code == ARITH_LOGIC_COPY_WHERE_ZERO || code == ARITH_LOGIC_COPY_WHERE_NONZERO ? Stores::cached : stores;
 }
 
+// Whether the worker tells of zero divisors.
 template <int code>
-void bytes(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
+constexpr bool divides = code == ARITH_LOGIC_DIVIDE || code == ARITH_LOGIC_MODULO;
+
+// Looks for zero divisors among pixels that do not fill a vector.
+template <class Pixel>
+bool hasZero(const std::uint8_t* b, std::ptrdiff_t count)
 {
-    mapRow(dst, count, storesOf<code>(stores),
-           [=](auto at) { return combined<code>(at.bytes(a), at.bytes(b), at.bytes(dst)); });
+    bool found = false;
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+        Pixel pixel;
+        __builtin_memcpy(&pixel, b + i * static_cast<std::ptrdiff_t>(sizeof pixel), sizeof pixel);
+        found |= pixel == 0;
+    }
+    return found;
 }
 
 template <int code>
-void words(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
+bool bytes(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
 {
-    mapRow(dst, count, storesOf<code>(stores), [=](auto at) {
+    const bool inShortRow = divides<code> && count < Bytes::lanes && hasZero<std::uint8_t>(b, count);
+    Bytes zeros = broadcast(0);
+    mapRow(dst, count, storesOf<code>(stores), [=, &zeros](auto at) {
+        const Bytes divisor = at.bytes(b);
+        if constexpr (divides<code>)
+            zeros = zeros | isZero(divisor);
+        return combined<code>(at.bytes(a), divisor, at.bytes(dst));
+    });
+    return divides<code> && (count < Bytes::lanes ? inShortRow : hasBits(zeros));
+}
+
+template <int code>
+bool words(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
+{
+    const bool inShortRow = divides<code> && count < Bytes::lanes && hasZero<std::uint16_t>(b, count);
+    Words zeros = broadcastWord(0);
+    mapRow(dst, count, storesOf<code>(stores), [=, &zeros](auto at) {
         const TwoWords x = at.words(a), y = at.words(b), old = at.words(dst);
+        if constexpr (divides<code>)
+            zeros = zeros | isZero(y.low) | isZero(y.high);
         return TwoWords{combined<code>(x.low, y.low, old.low), combined<code>(x.high, y.high, old.high)};
     });
+    return divides<code> && (count < Bytes::lanes ? inShortRow : hasBits(Bytes{zeros.r}));
 }
 
 template <int... codes>

@@ -1,5 +1,6 @@
 #include "point/arithmetic_workers.h"
 #include "point/combination.h"
+#include "zkit/img/arithmetic_codes.h"
 
 #include <cstring>
 #include <utility>
@@ -16,13 +17,18 @@ Pixel pixelAt(const std::uint8_t* row, std::ptrdiff_t i)
 }
 
 template <class Pixel, std::size_t code>
-void row(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std::ptrdiff_t count, Stores)
+bool row(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std::ptrdiff_t count, Stores)
 {
+    constexpr bool divides = code == ARITH_LOGIC_DIVIDE || code == ARITH_LOGIC_MODULO;
+    bool zeroDivisor = false;
     for (std::ptrdiff_t i = 0; i < count; ++i) {
-        const auto pixel = static_cast<Pixel>(
-            Meaning<Pixel>::ofCode[code](pixelAt<Pixel>(a, i), pixelAt<Pixel>(b, i), pixelAt<Pixel>(dst, i)));
+        const Pixel first = pixelAt<Pixel>(a, i), second = pixelAt<Pixel>(b, i);
+        const auto pixel = static_cast<Pixel>(Meaning<Pixel>::ofCode[code](first, second, pixelAt<Pixel>(dst, i)));
+        if constexpr (divides)
+            zeroDivisor |= second == 0;
         std::memcpy(dst + i * static_cast<std::ptrdiff_t>(sizeof pixel), &pixel, sizeof pixel);
     }
+    return zeroDivisor;
 }
 
 template <std::size_t... codes>

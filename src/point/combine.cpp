@@ -5,7 +5,6 @@
 #include "point/arithmetic_workers.h"
 #include "point/convert_workers.h"
 #include "simd/choice.h"
-#include "zkit/img/arithmetic_codes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -54,14 +53,7 @@ private:
     alignas(64) std::uint8_t made_[stretchBytes];
 };
 
-bool hasZeroByte(const std::uint8_t* bytes, std::ptrdiff_t count)
-{
-    return count > 0 && std::memchr(bytes, 0, static_cast<std::size_t>(count)) != nullptr;
-}
-
 }  // namespace
-
-bool divides(int code) { return code == ARITH_LOGIC_DIVIDE || code == ARITH_LOGIC_MODULO; }
 
 void greyToColour(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count)
 {
@@ -85,15 +77,13 @@ void combine(int code, const Operand& a, const Operand& b, const ZGenericROI* ds
     OperandRows rowsA(a, pixelSize), rowsB(b, pixelSize);
     const std::ptrdiff_t made = stretchBytes / pixelSize / 64 * 64;
     const std::ptrdiff_t stretch = rowsA.isMade() || rowsB.isMade() ? made : PTRDIFF_MAX;
-    const std::ptrdiff_t divisorBytes = divides(code) && imageB ? imageB->GetPixelSize() : 0;
     bool zeroDivisor = false;
 
     const auto row = [&](auto rowA, auto rowB, std::uint8_t* out, std::ptrdiff_t count, Stores stores) {
-        zeroDivisor = zeroDivisor || hasZeroByte(rowB, count * divisorBytes);
         for (std::ptrdiff_t x = 0; x < count;) {
             const std::ptrdiff_t pixels = std::min(stretch, count - x);
-            combineRow(rowsA.pixels(rowA, x, pixels), rowsB.pixels(rowB, x, pixels), out + x * pixelSize,
-                       pixels * lanesPerPixel, stores);
+            zeroDivisor |= combineRow(rowsA.pixels(rowA, x, pixels), rowsB.pixels(rowB, x, pixels), out + x * pixelSize,
+                                      pixels * lanesPerPixel, stores);
             x += pixels;
         }
     };

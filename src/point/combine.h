@@ -44,9 +44,6 @@ private:
     std::size_t pixelSize_ = 0;
 };
 
-// Whether the code is one of those that a zero divisor is an error for.
-bool divides(int code);
-
 // Pixels of 8 bits as colour pixels and as pixels of 16 bits.
 void greyToColour(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count);
 void greyToWide(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count);

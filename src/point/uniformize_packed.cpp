@@ -8,11 +8,9 @@ namespace {
 void light(const std::uint8_t* src, const std::uint8_t* reference, std::uint8_t* dst, std::ptrdiff_t count, int level,
            Stores stores)
 {
-    const Floats factor = broadcastFloat(static_cast<float>(level));
     mapRow(dst, count, stores, [=](auto at) {
         const Bytes divisor = at.bytes(reference);
-        const auto quotient = [factor](Floats n, Floats d) { return toInts(n * factor / d); };
-        return throughFloats(quotient, at.bytes(src), divisor) | equal(divisor, broadcast(0));
+        return scaledQuotient(at.bytes(src), level, divisor) | equal(divisor, broadcast(0));
     });
 }
 

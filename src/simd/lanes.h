@@ -54,6 +54,10 @@ struct TwoInts {
     Ints low, high;
 };
 
+struct TwoFloats {
+    Floats low, high;
+};
+
 // The three bytes of Bytes::lanes colour pixels.
 struct Components {
     Bytes c0, c1, c2;

@@ -21,9 +21,10 @@ inline std::ptrdiff_t firstAligned(const std::uint8_t* dst, std::ptrdiff_t pixel
 }
 
 // dst[i] = step(at) for every vector `at` of a row (WholeVector, LastVector), which takes out of the source rows what
-// stands at its place. dst is one of the source rows or apart from them, always apart when it is streamed to.
+// stands at its place. dst is one of the source rows or apart from them, always apart when it is streamed to. The step
+// is inlined whatever its size.
 template <class Step>
-void mapRow(std::uint8_t* dst, std::ptrdiff_t count, Stores stores, Step step)
+[[gnu::flatten]] void mapRow(std::uint8_t* dst, std::ptrdiff_t count, Stores stores, Step step)
 {
     using Result = decltype(step(WholeVector{0}));
     constexpr std::ptrdiff_t size = bytesOf<Result>;

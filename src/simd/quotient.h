@@ -11,7 +11,7 @@ namespace {
 template <class F, class... Operands>
 TwoInts eachThroughFloats(F f, Operands... words)
 {
-    return {f(toFloats(widen(words).low)...), f(toFloats(widen(words).high)...)};
+    return {f(toFloats(words).low...), f(toFloats(words).high...)};
 }
 
 // Gives every lane f(lanes of the operands as floats), an integer, saturated to the range of the lanes.
@@ -28,24 +28,33 @@ Bytes throughFloats(F f, Bytes first, Others... others)
                            narrowSigned(eachThroughFloats(f, widen(first).high, widen(others).high...))});
 }
 
-// All three are undefined where the divisor is 0.
-template <class Vector>
-Vector quotient(Vector a, Vector b)
+// a / b. Undefined, like all that follows, where the divisor is 0.
+inline Words quotient(Words a, Words b)
 {
     return throughFloats([](Floats n, Floats d) { return toInts(n / d); }, a, b);
 }
 
+// An approximate reciprocal will do for bytes: with 4 / 10000 added it is never less than 1 / b, and exceeds it by less
+// than a 1000th, so that no quotient reaches the next whole number.
+inline Bytes quotient(Bytes a, Bytes b)
+{
+    const Floats more = broadcastFloat(1.0004F);
+    return throughFloats([more](Floats n, Floats d) { return toInts(n * more * reciprocal(d)); }, a, b);
+}
+
+// What a / b leaves over.
 template <class Vector>
 Vector remainder(Vector a, Vector b)
 {
-    return throughFloats([](Floats n, Floats d) { return toInts(n - toFloats(toInts(n / d)) * d); }, a, b);
+    return a - quotient(a, b) * b;
 }
 
-// 256 a / b.
+// factor a / b.
 template <class Vector>
-Vector scaledQuotient(Vector a, Vector b)
+Vector scaledQuotient(Vector a, int factor, Vector b)
 {
-    return throughFloats([](Floats n, Floats d) { return toInts(n * broadcastFloat(256) / d); }, a, b);
+    const Floats f = broadcastFloat(static_cast<float>(factor));
+    return throughFloats([f](Floats n, Floats d) { return toInts(n * f / d); }, a, b);
 }
 
 }  // namespace

@@ -33,6 +33,12 @@ Vector select(Vector choice, Vector a, Vector b)
     return a ^ ((a ^ b) & choice);
 }
 
+// Products of bytes.
+inline Bytes operator*(Bytes a, Bytes b)
+{
+    return interleave(evenBytes(Bytes{(Words{a.r} * Words{b.r}).r}), oddBytes(a) * oddBytes(b));
+}
+
 inline TwoWords loadTwoWords(const std::uint8_t* p) { return {Words{load(p).r}, Words{load(p + sizeof(Register)).r}}; }
 
 inline void store(std::uint8_t* p, TwoWords words)

@@ -64,11 +64,13 @@ inline Floats operator/(Floats a, Floats b) { return {_mm256_div_ps(a.r, b.r)}; 
 // About 1 / a, with a relative error of at most 1.5 / 4096; infinite for 0.
 inline Floats reciprocal(Floats a) { return {_mm256_rcp_ps(a.r)}; }
 
-// Signed numbers. Fractions are truncated; numbers that do not fit give the smallest one.
-inline Floats toFloats(Ints a) { return {_mm256_cvtepi32_ps(a.r)}; }
+// Fractions are truncated; numbers that do not fit give the smallest one.
 inline Ints toInts(Floats a) { return {_mm256_cvttps_epi32(a.r)}; }
 
 inline Longs operator+(Longs a, Longs b) { return {_mm256_add_epi64(a.r, b.r)}; }
+
+// Whether any bit is set.
+inline bool hasBits(Bytes a) { return !_mm256_testz_si256(a.r, a.r); }
 
 // Sums of each eight neighbouring bytes.
 inline Longs sumsOfEight(Bytes a) { return {_mm256_sad_epu8(a.r, _mm256_setzero_si256())}; }
@@ -96,12 +98,15 @@ inline TwoWords widen(Bytes a)
     return {{_mm256_unpacklo_epi8(a.r, zero)}, {_mm256_unpackhi_epi8(a.r, zero)}};
 }
 
-// The words as non-negative numbers, and back with saturation to 0..65535 or to the range of signed words; signed words
-// back to bytes with saturation to 0..255. They undo each other, whatever order of the lanes lies between.
-inline TwoInts widen(Words a)
+// The words as floats: below the exponent of 2^23 they are its last bits. Integers back to words with saturation to
+// 0..65535 or to the range of signed words; signed words back to bytes with saturation to 0..255. They undo each other,
+// whatever order of the lanes lies between.
+inline TwoFloats toFloats(Words a)
 {
-    const __m256i zero = _mm256_setzero_si256();
-    return {{_mm256_unpacklo_epi16(a.r, zero)}, {_mm256_unpackhi_epi16(a.r, zero)}};
+    const __m256i exponent = _mm256_set1_epi16(0x4B00);
+    const __m256 offset = _mm256_set1_ps(8388608);
+    return {{_mm256_sub_ps(_mm256_castsi256_ps(_mm256_unpacklo_epi16(a.r, exponent)), offset)},
+            {_mm256_sub_ps(_mm256_castsi256_ps(_mm256_unpackhi_epi16(a.r, exponent)), offset)}};
 }
 inline Words narrow(TwoInts a) { return {_mm256_packus_epi32(a.low.r, a.high.r)}; }
 inline Words narrowSigned(TwoInts a) { return {_mm256_packs_epi32(a.low.r, a.high.r)}; }
@@ -180,27 +185,26 @@ inline Components loadInterleaved(const std::uint8_t* p)
     return {at(0), at(16), at(32)};
 }
 
-inline void storeHalves(std::uint8_t* p, Bytes b)
+// The registers that lie one after the other in memory.
+inline Components inMemory(Components halves)
 {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(b.r));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(p + 48), _mm256_extracti128_si256(b.r, 1));
+    return {{_mm256_permute2x128_si256(halves.c0.r, halves.c1.r, 0x20)},
+            {_mm256_permute2x128_si256(halves.c2.r, halves.c0.r, 0x30)},
+            {_mm256_permute2x128_si256(halves.c1.r, halves.c2.r, 0x31)}};
 }
 inline void store(std::uint8_t* p, Components interleaved)
 {
-    storeHalves(p, interleaved.c0);
-    storeHalves(p + 16, interleaved.c1);
-    storeHalves(p + 32, interleaved.c2);
-}
-inline void streamHalves(std::uint8_t* p, Bytes b)
-{
-    _mm_stream_si128(reinterpret_cast<__m128i*>(p), _mm256_castsi256_si128(b.r));
-    _mm_stream_si128(reinterpret_cast<__m128i*>(p + 48), _mm256_extracti128_si256(b.r, 1));
+    const Components linear = inMemory(interleaved);
+    store(p, linear.c0);
+    store(p + 32, linear.c1);
+    store(p + 64, linear.c2);
 }
 inline void stream(std::uint8_t* p, Components interleaved)
 {
-    streamHalves(p, interleaved.c0);
-    streamHalves(p + 16, interleaved.c1);
-    streamHalves(p + 32, interleaved.c2);
+    const Components linear = inMemory(interleaved);
+    stream(p, linear.c0);
+    stream(p + 32, linear.c1);
+    stream(p + 64, linear.c2);
 }
 
 // Where the bytes of a component lie in 16 bytes that pixels are cut into.

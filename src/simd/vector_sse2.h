@@ -67,8 +67,9 @@ inline Floats operator-(Floats a, Floats b) { return {_mm_sub_ps(a.r, b.r)}; }
 inline Floats operator*(Floats a, Floats b) { return {_mm_mul_ps(a.r, b.r)}; }
 inline Floats operator/(Floats a, Floats b) { return {_mm_div_ps(a.r, b.r)}; }
 inline Floats reciprocal(Floats a) { return {_mm_rcp_ps(a.r)}; }
-inline Floats toFloats(Ints a) { return {_mm_cvtepi32_ps(a.r)}; }
 inline Ints toInts(Floats a) { return {_mm_cvttps_epi32(a.r)}; }
+
+inline bool hasBits(Bytes a) { return _mm_movemask_epi8(_mm_cmpeq_epi8(a.r, _mm_setzero_si128())) != 0xFFFF; }
 
 inline Longs operator+(Longs a, Longs b) { return {_mm_add_epi64(a.r, b.r)}; }
 inline Longs sumsOfEight(Bytes a) { return {_mm_sad_epu8(a.r, _mm_setzero_si128())}; }
@@ -96,10 +97,12 @@ inline TwoWords widen(Bytes a)
     return {{_mm_unpacklo_epi8(a.r, zero)}, {_mm_unpackhi_epi8(a.r, zero)}};
 }
 
-inline TwoInts widen(Words a)
+inline TwoFloats toFloats(Words a)
 {
-    const __m128i zero = _mm_setzero_si128();
-    return {{_mm_unpacklo_epi16(a.r, zero)}, {_mm_unpackhi_epi16(a.r, zero)}};
+    const __m128i exponent = _mm_set1_epi16(0x4B00);
+    const __m128 offset = _mm_set1_ps(8388608);
+    return {{_mm_sub_ps(_mm_castsi128_ps(_mm_unpacklo_epi16(a.r, exponent)), offset)},
+            {_mm_sub_ps(_mm_castsi128_ps(_mm_unpackhi_epi16(a.r, exponent)), offset)}};
 }
 inline Words narrow(TwoInts a)
 {
