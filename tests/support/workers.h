@@ -99,3 +99,14 @@ void forAwkwardRows(Check check)
         for (const int width : awkwardWidths())
             check(random, static_cast<Pixels::Kind>(kind), width);
 }
+
+// Calls check(set, random, kind, width) for every packed set and every awkward row.
+template <class Workers, class Check>
+void forAwkwardRowsOfSets(Check check)
+{
+    for (const auto& set : packedSets<Workers>())
+        forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
+            SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width);
+            check(set, random, kind, width);
+        });
+}

@@ -38,18 +38,7 @@ struct Rows {
     int offset;
 };
 
-// Calls check(set, random, kind, width) for every packed set and every awkward row.
-template <class Workers, class Check>
-void forAwkwardRowsOfSets(Check check)
-{
-    for (const auto& set : packedSets<Workers>())
-        forAwkwardRows([&](Random& random, Pixels::Kind kind, int width) {
-            SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width);
-            check(set, random, kind, width);
-        });
-}
-
-template <class Workers, class Rows>
+template <class Workers>
 void expectSameInPlace(const PackedSet<Workers>& set, const CombineRow (Workers::*rows)[combinations], int code,
                        const Rows& r, int width)
 {

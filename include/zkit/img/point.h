@@ -29,7 +29,7 @@ ZKIT_IMG_API void ImgLut(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZBW8Vector* lut);
 /// number, as for some levels when s = 0, dst = 0.
 /// Errors, in this order: a pending error; 1400 null region; 1402 sizes differ; 1400 no pixels; 1401 region outside its
 /// image; 1303 no memory to keep overlapping regions apart. dst is then unchanged. Returns 0 or the code. Trail:
-/// "ImgNormalize", after "ImgPixelStdDev" (which stays in the trail of a success too), or after "ImgLut".
+/// "ImgNormalize", after that of ImgPixelStdDev (which also a success leaves) or after "ImgLut".
 ZKIT_IMG_API short ImgNormalize(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, float mean, float stdDev);
 
 /// dst = src gain + offset in fixed point: with G = gain 32 and O = offset, both truncated to 32-bit integers (beyond
