@@ -52,21 +52,24 @@ inline Words multiplyScaled(Words a, Words b)
     return shiftLeft(high, 8) | shiftRight(a * b, 8) | isNonzero(shiftRight(high, 8));
 }
 
-// For every lane a step done as often as `counts` says, up to as many times as the lanes have bits: after more of them
-// nothing changes any more.
+// Every lane shifted by its own count with step(a, bits), which shifts all lanes by so many; counts of all bits and
+// more give `beyond`.
 template <class Vector, class Step>
-Vector repeat(Vector a, Vector counts, Step step)
+Vector shifted(Vector a, Vector counts, Vector beyond, Step step)
 {
     constexpr int digits = 8 * sizeof(Register) / Vector::lanes;
-    for (int times = 1; times <= digits; times *= 2) {
-        Vector stepped = a;
-        for (int i = 0; i < times; ++i)
-            stepped = step(stepped);
-        // Counts beyond the bits that are looked at one by one do all steps.
-        const Vector bit = filled(a, times);
-        const Vector wanted = times == digits ? isGreaterOrEqual(counts, bit) : equal(counts & bit, bit);
-        a = select(wanted, a, stepped);
+    for (int bits = 1; bits < digits; bits *= 2) {
+        const Vector bit = filled(a, bits);
+        a = select(equal(counts & bit, bit), a, step(a, bits));
     }
+    return select(isGreaterOrEqual(counts, filled(a, digits)), a, beyond);
+}
+
+template <class Vector>
+Vector shiftLeftSaturated(Vector a, int bits)
+{
+    for (int i = 0; i < bits; ++i)
+        a = addSaturated(a, a);
     return a;
 }
 
@@ -90,9 +93,9 @@ Vector combined(Vector a, Vector b, [[maybe_unused]] Vector old)
     else if constexpr (code == ARITH_LOGIC_MODULO)
         return orTop(remainder(a, b));
     else if constexpr (code == ARITH_LOGIC_SHIFT_LEFT)
-        return repeat(a, b, [](Vector half) { return addSaturated(half, half); });
+        return shifted(a, b, isNonzero(a), shiftLeftSaturated<Vector>);
     else if constexpr (code == ARITH_LOGIC_SHIFT_RIGHT)
-        return repeat(a, b, [](Vector twice) { return average(twice, filled(twice, 0)); });
+        return shifted(a, b, filled(a, 0), [](Vector pixels, int bits) { return shiftRight(pixels, bits); });
     else if constexpr (code == ARITH_LOGIC_AVERAGE)
         return average(a, b);
     else if constexpr (code == ARITH_LOGIC_DIFFERENCE)

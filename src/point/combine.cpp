@@ -5,6 +5,7 @@
 #include "point/arithmetic_workers.h"
 #include "point/convert_workers.h"
 #include "simd/choice.h"
+#include "zkit/img/arithmetic_codes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -34,7 +35,7 @@ public:
         if (!isMade())
             return row + x * pixelSize_;
         if (convert_)
-            convert_(row + x, made_, count);
+            convert_(row + x, made_, count, Stores::cached);
         return made_;
     }
 
@@ -55,14 +56,14 @@ private:
 
 }  // namespace
 
-void greyToColour(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count)
+void greyToColour(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
 {
-    workers<ConvertWorkers>().greyToColour(src, dst, count, Stores::cached);
+    workers<ConvertWorkers>().greyToColour(src, dst, count, stores);
 }
 
-void greyToWide(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count)
+void greyToWide(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
 {
-    workers<ConvertWorkers>().greyToWide(src, dst, count, 0, Stores::cached);
+    workers<ConvertWorkers>().greyToWide(src, dst, count, 0, stores);
 }
 
 void combine(int code, const Operand& a, const Operand& b, const ZGenericROI* dst)
@@ -80,6 +81,10 @@ void combine(int code, const Operand& a, const Operand& b, const ZGenericROI* ds
     bool zeroDivisor = false;
 
     const auto row = [&](auto rowA, auto rowB, std::uint8_t* out, std::ptrdiff_t count, Stores stores) {
+        if (code == ARITH_LOGIC_COPY && a.convert()) {  // nothing is to be done but that
+            a.convert()(rowA, out, count, stores);
+            return;
+        }
         for (std::ptrdiff_t x = 0; x < count;) {
             const std::ptrdiff_t pixels = std::min(stretch, count - x);
             zeroDivisor |= combineRow(rowsA.pixels(rowA, x, pixels), rowsB.pixels(rowB, x, pixels), out + x * pixelSize,

@@ -1,6 +1,7 @@
 // Combining two operands, images or constants, into a region.
 #pragma once
 
+#include "simd/stores.h"
 #include "zkit/core/roi.h"
 
 #include <array>
@@ -11,7 +12,7 @@
 namespace zkit {
 
 // Makes `count` pixels of the destination's type from pixels of another one.
-using Convert = void (*)(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count);
+using Convert = void (*)(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Stores stores);
 
 // An operand: an image with the way its pixels become those of the destination (none where they are of its type), or a
 // constant, a pixel of the destination's type.
@@ -45,8 +46,8 @@ private:
 };
 
 // Pixels of 8 bits as colour pixels and as pixels of 16 bits.
-void greyToColour(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count);
-void greyToWide(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count);
+void greyToColour(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Stores stores);
+void greyToWide(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Stores stores);
 
 // dst = a and b combined as the code says, for regions that have passed their checks. Raises 1412 for zero pixels in an
 // image that divides, and 1303 when there is no memory to keep overlapping regions apart.

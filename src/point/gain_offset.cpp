@@ -8,6 +8,9 @@
 #include "simd/choice.h"
 #include "zkit/img/point.h"
 
+#include <algorithm>
+#include <cmath>
+
 using namespace zkit;
 
 namespace {
@@ -33,6 +36,23 @@ Table tableOf(float gain, float offset)
 
 bool isWithin(std::int32_t value, std::int32_t least, std::int32_t most) { return value >= least && value <= most; }
 
+// Finds the integers that give component c without a table: a float of 24 bits times a byte has 32 bits, and a whole
+// offset may be added to the product truncated, since negative sums are clipped. Returns whether there are any.
+bool findIntegers(float gain, float offset, int c, ColourGainOffset& how)
+{
+    constexpr float mostGain = 1 << 20, mostOffset = 32767;
+    if (!(gain >= 0 && std::abs(offset) <= mostOffset && offset == std::trunc(offset)))
+        return false;
+    // Larger gains give 0 and 255 like the largest one here, smaller ones than 1 / 256 like none.
+    int exponent = 0;
+    const float fraction = std::frexp(std::min(gain, mostGain), &exponent);
+    const bool tiny = gain < 1.0F / 256;
+    how.factor[c] = tiny ? 0 : static_cast<std::uint32_t>(std::ldexp(fraction, 24));
+    how.shift[c] = tiny ? 1 : static_cast<std::uint32_t>(24 - exponent);
+    how.offset[c] = static_cast<std::int32_t>(offset);
+    return true;
+}
+
 }  // namespace
 
 void ImgGainOffset(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, float gain, float offset)
@@ -54,13 +74,15 @@ void ImgGainOffset(ZROI<ZC24>* src, ZROI<ZC24>* dst, ZColor gain, ZColor offset)
 {
     const CallFrame frame("ImgGainOffset");
     if (frame.clear() && pointRegions(dst, src)) {
-        // Component i is byte 2 - i of a pixel.
-        const Table tables[] = {tableOf(gain.c[2], offset.c[2]), tableOf(gain.c[1], offset.c[1]),
-                                tableOf(gain.c[0], offset.c[0])};
-        const auto row = [&tables, worker = workers<GainOffsetWorkers>().colour](auto in, auto out, auto count,
-                                                                                 Stores stores) {
-            worker(in, out, count, tables[0].data(), stores);
-        };
+        Table tables[3];
+        ColourGainOffset how{tables[0].data(), true, {}, {}, {}};
+        for (int c = 0; c < 3; ++c) {
+            const float by = gain.c[2 - c], plus = offset.c[2 - c];  // component i is byte 2 - i of a pixel
+            tables[c] = tableOf(by, plus);
+            how.whole = findIntegers(by, plus, c, how) && how.whole;
+        }
+        const auto row = [&how, worker = workers<GainOffsetWorkers>().colour](
+                             auto in, auto out, auto count, Stores stores) { worker(in, out, count, how, stores); };
         pointRows(dst, row, src);
     }
     frame.finish();

@@ -63,5 +63,10 @@ struct Components {
     Bytes c0, c1, c2;
 };
 
+// Bytes::lanes colour pixels as they lie in memory.
+struct Interleaved {
+    Bytes first, second, third;
+};
+
 }  // namespace
 }  // namespace zkit::ZKIT_SET

@@ -47,6 +47,12 @@ struct WholeVector {
     Bytes bytes(const std::uint8_t* row) const { return load(row + x); }
     TwoWords words(const std::uint8_t* row) const { return loadTwoWords(row + 2 * x); }
     Components interleaved(const std::uint8_t* row) const { return loadInterleaved(row + 3 * x); }
+
+    // The address of colour pixels; `padded` is for those of rows that are too short.
+    const std::uint8_t* colours(const std::uint8_t* row, std::uint8_t (&)[3 * Bytes::lanes]) const
+    {
+        return row + 3 * x;
+    }
 };
 
 // The last vector of a row: the pixels that no whole vector before it has held, among others that do not count. No
@@ -84,6 +90,11 @@ public:
     Components interleaved(const std::uint8_t* row) const
     {
         return wide_ ? loadInterleaved(row + 3 * start()) : loadFirstInterleaved(row, left_);
+    }
+
+    const std::uint8_t* colours(const std::uint8_t* row, std::uint8_t (&padded)[3 * Bytes::lanes]) const
+    {
+        return wide_ ? row + 3 * start() : padFirst(padded, row, left_);
     }
 
 private:

@@ -33,6 +33,11 @@ Vector select(Vector choice, Vector a, Vector b)
     return a ^ ((a ^ b) & choice);
 }
 
+inline Bytes shiftRight(Bytes a, int count)
+{
+    return Bytes{shiftRight(Words{a.r}, count).r} & broadcast(static_cast<std::uint8_t>(255 >> count));
+}
+
 // Products of bytes.
 inline Bytes operator*(Bytes a, Bytes b)
 {
@@ -51,6 +56,20 @@ inline void stream(std::uint8_t* p, TwoWords words)
 {
     stream(p, Bytes{words.low.r});
     stream(p + sizeof(Register), Bytes{words.high.r});
+}
+
+inline void store(std::uint8_t* p, Interleaved pixels)
+{
+    store(p, pixels.first);
+    store(p + sizeof(Register), pixels.second);
+    store(p + 2 * sizeof(Register), pixels.third);
+}
+
+inline void stream(std::uint8_t* p, Interleaved pixels)
+{
+    stream(p, pixels.first);
+    stream(p + sizeof(Register), pixels.second);
+    stream(p + 2 * sizeof(Register), pixels.third);
 }
 
 inline Components loadComponents(const std::uint8_t* p) { return takeApart(loadInterleaved(p)); }

@@ -9,6 +9,7 @@ namespace {
 inline Bytes load(const std::uint8_t* p) { return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))}; }
 inline void store(std::uint8_t* p, Bytes b) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), b.r); }
 inline void stream(std::uint8_t* p, Bytes b) { _mm256_stream_si256(reinterpret_cast<__m256i*>(p), b.r); }
+inline Ints loadInts(const std::uint32_t* p) { return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))}; }
 inline Words loadWords(const std::uint16_t* p) { return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))}; }
 inline void store(std::uint16_t* p, Words w) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), w.r); }
 
@@ -185,28 +186,6 @@ inline Components loadInterleaved(const std::uint8_t* p)
     return {at(0), at(16), at(32)};
 }
 
-// The registers that lie one after the other in memory.
-inline Components inMemory(Components halves)
-{
-    return {{_mm256_permute2x128_si256(halves.c0.r, halves.c1.r, 0x20)},
-            {_mm256_permute2x128_si256(halves.c2.r, halves.c0.r, 0x30)},
-            {_mm256_permute2x128_si256(halves.c1.r, halves.c2.r, 0x31)}};
-}
-inline void store(std::uint8_t* p, Components interleaved)
-{
-    const Components linear = inMemory(interleaved);
-    store(p, linear.c0);
-    store(p + 32, linear.c1);
-    store(p + 64, linear.c2);
-}
-inline void stream(std::uint8_t* p, Components interleaved)
-{
-    const Components linear = inMemory(interleaved);
-    stream(p, linear.c0);
-    stream(p + 32, linear.c1);
-    stream(p + 64, linear.c2);
-}
-
 // Where the bytes of a component lie in 16 bytes that pixels are cut into.
 struct Places {
     std::uint8_t every[3][16];  // all bits set at the places of phase 0, 1, 2: bytes whose number modulo 3 is that
@@ -243,15 +222,23 @@ inline Components takeApart(Components p)
             lookUp(merged(phase2, phase1, phase0), loadTable(places.order[2]))};
 }
 
-// Colour pixels with the grey levels of a vector in all three components, as they lie in memory.
-inline Components spread(Bytes grey)
+// From the two halves of the pixels side by side to the order of memory.
+inline Interleaved inMemory(Bytes a, Bytes b, Bytes c)
 {
-    return {lookUp(grey, loadTable(places.pixel[0])), lookUp(grey, loadTable(places.pixel[1])),
-            lookUp(grey, loadTable(places.pixel[2]))};
+    return {{_mm256_permute2x128_si256(a.r, b.r, 0x20)},
+            {_mm256_permute2x128_si256(c.r, a.r, 0x30)},
+            {_mm256_permute2x128_si256(b.r, c.r, 0x31)}};
 }
 
-// Components back to pixels as they lie in memory.
-inline Components putTogether(Components c)
+// Colour pixels with the grey levels of a vector in all three components.
+inline Interleaved spread(Bytes grey)
+{
+    return inMemory(lookUp(grey, loadTable(places.pixel[0])), lookUp(grey, loadTable(places.pixel[1])),
+                    lookUp(grey, loadTable(places.pixel[2])));
+}
+
+// Components back to pixels.
+inline Interleaved putTogether(Components c)
 {
     const auto of = [&c](int i) {
         const Bytes from0 = lookUp(c.c0, loadTable(places.pixel[i])) & loadTable(places.every[(3 - i) % 3]);
@@ -259,7 +246,17 @@ inline Components putTogether(Components c)
         const Bytes from2 = lookUp(c.c2, loadTable(places.pixel[i])) & loadTable(places.every[(5 - i) % 3]);
         return from0 | from1 | from2;
     };
-    return {of(0), of(1), of(2)};
+    return inMemory(of(0), of(1), of(2));
+}
+
+// Every lane shifted by its own count.
+inline Ints shiftRight(Ints a, Ints counts) { return {_mm256_srlv_epi32(a.r, counts.r)}; }
+
+// Signed numbers one after the other in memory as bytes, with saturation to 0..255.
+inline Bytes narrowInOrder(TwoInts a, TwoInts b)
+{
+    const Bytes mixed = narrow(TwoWords{narrowSigned(a), narrowSigned(b)});
+    return {_mm256_permutevar8x32_epi32(mixed.r, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))};
 }
 
 }  // namespace

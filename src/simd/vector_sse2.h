@@ -146,19 +146,6 @@ Words after(Words here, Words next)
 
 inline Components loadInterleaved(const std::uint8_t* p) { return {load(p), load(p + 16), load(p + 32)}; }
 
-inline void store(std::uint8_t* p, Components interleaved)
-{
-    store(p, interleaved.c0);
-    store(p + 16, interleaved.c1);
-    store(p + 32, interleaved.c2);
-}
-inline void stream(std::uint8_t* p, Components interleaved)
-{
-    stream(p, interleaved.c0);
-    stream(p + 16, interleaved.c1);
-    stream(p + 32, interleaved.c2);
-}
-
 inline Components takeApart(Components p)
 {
     // Merging the two halves of the 48 bytes moves byte i to 2 i mod 47; four times to 16 i mod 47, that is 3 k to k.

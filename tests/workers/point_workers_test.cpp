@@ -5,6 +5,8 @@
 #include "point/uniformize_workers.h"
 #include "support/workers.h"
 
+#include <algorithm>
+
 using namespace zkit;
 
 namespace {
@@ -142,14 +144,23 @@ TEST(PointWorkers, conversions)
 TEST(PointWorkers, gain_and_offset_in_colour)
 {
     forAwkwardRowsOfSets<GainOffsetWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
-        const Pixels tables(random, Pixels::noise, 256, 1, 3);
+        Pixels tables(random, Pixels::noise, 256, 1, 3);
+        ColourGainOffset how{tables.row(), random(0, 1) == 1, {}, {}, {}};
+        for (int c = 0; c < 3 && how.whole; ++c) {
+            how.factor[c] = static_cast<std::uint32_t>(random(0, (1 << 24) - 1));
+            how.shift[c] = static_cast<std::uint32_t>(random(1, 31));
+            how.offset[c] = random(-32767, 32767) / (random(0, 1) ? 1 : 200);
+            for (std::uint32_t i = 0; i < 256; ++i)
+                tables.row()[256 * c + static_cast<int>(i)] = static_cast<std::uint8_t>(
+                    std::clamp(static_cast<int>(i * how.factor[c] >> how.shift[c]) + how.offset[c], 0, 255));
+        }
         const Rows rows(random, kind, width, 3, 3);
         rows.compare(set, [&](const auto& workers, auto dst, Stores stores) {
-            workers.colour(rows.first.row(), dst, width, tables.row(), stores);
+            workers.colour(rows.first.row(), dst, width, how, stores);
         });
         Pixels plain(rows.first), packed(plain);
-        GainOffsetWorkers::plain.colour(plain.row(), plain.row(), width, tables.row(), Stores::cached);
-        set.workers->colour(packed.row(), packed.row(), width, tables.row(), Stores::cached);
+        GainOffsetWorkers::plain.colour(plain.row(), plain.row(), width, how, Stores::cached);
+        set.workers->colour(packed.row(), packed.row(), width, how, Stores::cached);
         EXPECT_EQ(packed.all(), plain.all());
     });
 }
