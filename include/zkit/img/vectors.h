@@ -2,13 +2,44 @@
 #pragma once
 
 #include "zkit/core/pixel.h"
+#include "zkit/core/plot.h"
 #include "zkit/core/vector.h"
 #include "zkit/export.h"
+
+/// A position of a path.
+struct ZPath {
+    short X, Y;
+};
+
+/// A position and the grey level there.
+struct ZBW8Path {
+    short X, Y;
+    ZBW8 Pixel;
+};
+
+/// A position and the colour there.
+struct ZC24Path {
+    short X, Y;
+    ZC24 Pixel;
+};
+
+/// A stretch of a profile above a threshold, or below it.
+struct ZPeak {
+    unsigned int Start;   ///< index of its first sample
+    unsigned int Length;  ///< number of its samples
+    float Center;         ///< position of its centre, between samples
+    int Amplitude;        ///< largest excess over the threshold, negative for a valley
+    int Area;             ///< sum of the excesses
+};
 
 extern template class ZKIT_IMG_API ZVectorTemplate<ZBW8>;
 extern template class ZKIT_IMG_API ZVectorTemplate<ZBW16>;
 extern template class ZKIT_IMG_API ZVectorTemplate<unsigned int>;
 extern template class ZKIT_IMG_API ZVectorTemplate<ZC24>;
+extern template class ZKIT_IMG_API ZVectorTemplate<ZPath>;
+extern template class ZKIT_IMG_API ZVectorTemplate<ZBW8Path>;
+extern template class ZKIT_IMG_API ZVectorTemplate<ZC24Path>;
+extern template class ZKIT_IMG_API ZVectorTemplate<ZPeak>;
 
 /// Grey levels and other unsigned numbers.
 template <class T>
@@ -33,4 +64,43 @@ public:
     /// An empty vector with room for `maxElements`.
     explicit ZC24Vector(unsigned int maxElements = 0);
     using ZVectorTemplate<ZC24>::operator=;
+};
+
+class ZKIT_IMG_API ZPathVector : public ZVectorTemplate<ZPath> {
+public:
+    /// An empty vector with room for `maxElements`.
+    explicit ZPathVector(unsigned int maxElements = 0);
+    using ZVectorTemplate<ZPath>::operator=;
+};
+
+class ZKIT_IMG_API ZBW8PathVector : public ZVectorTemplate<ZBW8Path> {
+public:
+    /// An empty vector with room for `maxElements`.
+    explicit ZBW8PathVector(unsigned int maxElements = 0);
+    using ZVectorTemplate<ZBW8Path>::operator=;
+};
+
+class ZKIT_IMG_API ZC24PathVector : public ZVectorTemplate<ZC24Path> {
+public:
+    /// An empty vector with room for `maxElements`.
+    explicit ZC24PathVector(unsigned int maxElements = 0);
+    using ZVectorTemplate<ZC24Path>::operator=;
+};
+
+class ZKIT_IMG_API ZPeaksVector : public ZVectorTemplate<ZPeak> {
+public:
+    /// An empty vector with room for `maxElements`.
+    explicit ZPeaksVector(unsigned int maxElements = 0);
+    using ZVectorTemplate<ZPeak>::operator=;
+};
+
+/// A histogram: element i is the number of pixels of level i.
+class ZKIT_IMG_API ZBW8HistogramVector : public ZVectorTemplate<unsigned int> {
+public:
+    /// An empty vector with room for `maxElements`.
+    explicit ZBW8HistogramVector(unsigned int maxElements = 0);
+    using ZVectorTemplate<unsigned int>::operator=;
+
+private:
+    ZPlot plot_;
 };
