@@ -66,7 +66,8 @@ constexpr std::pair<float, float> arguments[] = {{1, 0},          {0.5F, 0},    
 TEST_F(GainOffsetTest, both_arithmetics_at_every_alignment)
 {
     Random random(3);
-    for (const auto& [gain, offset] : arguments) {
+    for (const auto& argument : arguments) {
+        const float gain = argument.first, offset = argument.second;
         const Model model(gain, offset);
         for (int alignment = 0; alignment < 8; ++alignment)
             for (const int width : {1, 2, 3, 5, 7, 8, 9, 15, 16, 17, 23, 31, 40, 71, 256, 300}) {
