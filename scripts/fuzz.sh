@@ -28,7 +28,7 @@ for target in "${targets[@]}"; do
         executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
         echo "$target: $executions executions, $(find "corpus/$target" -type f | wc -l) inputs kept"
     else
-        tail -n 40 "$log"
+        grep -Ev '^#[0-9]|NEW_FUNC' "$log" >&2
         failed=1
     fi
 done

@@ -22,7 +22,7 @@ bool row(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std::p
     constexpr bool divides = code == ARITH_LOGIC_DIVIDE || code == ARITH_LOGIC_MODULO;
     bool zeroDivisor = false;
     for (std::ptrdiff_t i = 0; i < count; ++i) {
-        const Pixel first = pixelAt<Pixel>(a, i), second = pixelAt<Pixel>(b, i);
+        const auto first = pixelAt<Pixel>(a, i), second = pixelAt<Pixel>(b, i);
         const auto pixel = static_cast<Pixel>(Meaning<Pixel>::ofCode[code](first, second, pixelAt<Pixel>(dst, i)));
         if constexpr (divides)
             zeroDivisor |= second == 0;

@@ -5,10 +5,10 @@
 namespace zkit::ZKIT_SET {
 namespace {
 
-void applyTable(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t begin, std::ptrdiff_t end,
+void applyTable(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t first, std::ptrdiff_t last,
                 const std::uint8_t* table)
 {
-    for (std::ptrdiff_t i = begin; i < end; ++i)
+    for (std::ptrdiff_t i = first; i < last; ++i)
         dst[i] = table[src[i]];
 }
 
