@@ -25,12 +25,12 @@ bool File::close()
 
 bool readBytes(std::FILE* stream, void* data, std::size_t bytes)
 {
-    return require(stream && std::fread(data, 1, bytes, stream) == bytes, Z_ERROR_FILE_READ);
+    return require(stream && (bytes == 0 || std::fread(data, 1, bytes, stream) == bytes), Z_ERROR_FILE_READ);
 }
 
 bool writeBytes(std::FILE* stream, const void* data, std::size_t bytes)
 {
-    return require(stream && std::fwrite(data, 1, bytes, stream) == bytes, Z_ERROR_FILE_WRITE);
+    return require(stream && (bytes == 0 || std::fwrite(data, 1, bytes, stream) == bytes), Z_ERROR_FILE_WRITE);
 }
 
 Storage storageFor(std::FILE* stream, std::uint64_t announcedBytes)

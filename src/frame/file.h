@@ -23,6 +23,7 @@ private:
     std::FILE* stream_ = nullptr;
 };
 
+// The address may be null when there are no bytes.
 bool readBytes(std::FILE* stream, void* data, std::size_t bytes);         // 1103, also without a stream
 bool writeBytes(std::FILE* stream, const void* data, std::size_t bytes);  // 1104, also without a stream
 
