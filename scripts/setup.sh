@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages that a task needs. Says what it installs, and nothing when all is there.
-# Usage: scripts/setup.sh [tool] [test] [bench]      (libraries and tool alone: tool)
+# Usage: scripts/setup.sh [tool] [test] [fuzz] [bench]      (libraries and tool alone: tool)
 set -euo pipefail
 
 packages=(g++ cmake ninja-build pkg-config)
@@ -8,8 +8,9 @@ for task in "$@"; do
     case $task in
     tool) packages+=(libpng-dev libtiff-dev libjpeg62-turbo-dev libcli11-dev nlohmann-json3-dev) ;;
     test) packages+=(git googletest libgtest-dev clang libclang-rt-14-dev clang-format clang-tidy binutils g++-multilib) ;;
+    fuzz) packages+=(clang libclang-rt-14-dev) ;;
     bench) packages+=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev) ;;
-    *) echo "setup.sh: unknown task '$task' (tool, test, bench)" >&2; exit 2 ;;
+    *) echo "setup.sh: unknown task '$task' (tool, test, fuzz, bench)" >&2; exit 2 ;;
     esac
 done
 

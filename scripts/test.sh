@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
-# Builds and runs all tests: with g++ and clang++, for 32-bit, and under the sanitizers.
-# Usage: scripts/test.sh [PRESET...]      (default: release clang m32 asan tsan, then scripts/lint.sh)
+# Builds and runs all tests: with g++ and clang++, for 32-bit, and under the sanitizers, and the fuzzers for a moment.
+# Usage: scripts/test.sh [PRESET...]      (default: release clang m32 asan tsan fuzz, then scripts/lint.sh)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/setup.sh tool test
 presets=("$@")
-[ $# -gt 0 ] || presets=(release clang m32 asan tsan)
+[ $# -gt 0 ] || presets=(release clang m32 asan tsan fuzz)
 
 for preset in "${presets[@]}"; do
     echo "== $preset"
-    cmake --preset "$preset" -DZKIT_BUILD_TESTS=ON >/dev/null
+    cmake --preset "$preset" >/dev/null
     cmake --build "build/$preset"
     ctest --preset "$preset" --no-tests=error
 done

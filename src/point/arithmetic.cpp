@@ -49,8 +49,8 @@ bool divisorNotZero(int code, const Operand& b)
 void oper(const char* name, int code, Codes codes, const Operand& a, const Operand& b, ZGenericROI* dst)
 {
     const CallFrame frame(name);
-    if (frame.clear() && pointRegions(dst, a.imageOr(dst), b.imageOr(dst)) && accepted(code, codes) &&
-        divisorNotZero(code, b))
+    ZGenericROI *const first = a.imageOr(b.imageOr(dst)), *const second = b.imageOr(first);
+    if (frame.clear() && pointRegions(dst, first, second) && accepted(code, codes) && divisorNotZero(code, b))
         combine(code, a, b, dst);
     frame.finish();
 }

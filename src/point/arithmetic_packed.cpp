@@ -173,8 +173,7 @@ bool bytes(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std:
     Bytes zeros = broadcast(0);
     mapRow(dst, count, storesOf<code>(stores), [=, &zeros](auto at) {
         const Bytes divisor = at.bytes(b);
-        if constexpr (divides<code>)
-            zeros = zeros | isZero(divisor);
+        zeros = divides<code> ? zeros | isZero(divisor) : zeros;
         return combined<code>(at.bytes(a), divisor, at.bytes(dst));
     });
     return divides<code> && (count < Bytes::lanes ? inShortRow : hasBits(zeros));
@@ -187,8 +186,7 @@ bool words(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* dst, std:
     Words zeros = broadcastWord(0);
     mapRow(dst, count, storesOf<code>(stores), [=, &zeros](auto at) {
         const TwoWords x = at.words(a), y = at.words(b), old = at.words(dst);
-        if constexpr (divides<code>)
-            zeros = zeros | isZero(y.low) | isZero(y.high);
+        zeros = divides<code> ? zeros | isZero(y.low) | isZero(y.high) : zeros;
         return TwoWords{combined<code>(x.low, y.low, old.low), combined<code>(x.high, y.high, old.high)};
     });
     return divides<code> && (count < Bytes::lanes ? inShortRow : hasBits(Bytes{zeros.r}));

@@ -41,7 +41,7 @@ bool isWithin(std::int32_t value, std::int32_t least, std::int32_t most) { retur
 bool findIntegers(float gain, float offset, int c, ColourGainOffset& how)
 {
     constexpr float mostGain = 1 << 20, mostOffset = 32767;
-    if (!(gain >= 0 && std::abs(offset) <= mostOffset && offset == std::trunc(offset)))
+    if (!(gain >= 0 && std::isfinite(gain) && std::abs(offset) <= mostOffset && offset == std::trunc(offset)))
         return false;
     // Larger gains give 0 and 255 like the largest one here, smaller ones than 1 / 256 like none.
     int exponent = 0;

@@ -300,6 +300,9 @@ TEST_F(ArithmeticFormsTest, regions_are_checked_in_order)
     ImgOper(code(99), &a_, &small, &grey_);
     EXPECT_FAILURE(1402, "ImgOper (BW8 Image, Image to Image)");
 
+    ImgOper(ARITH_LOGIC_ADD, ZBW8{1}, &empty, &outside);  // the source first, also behind a constant
+    EXPECT_FAILURE(1400, "ImgOper (BW8 Const, Image to Image)");
+
     EXPECT_EQ(ImgOper123(code(99), &a_, &small, &empty), 1402);
     EXPECT_FAILURE(1402, "ImgOper123");
     EXPECT_EQ(ImgOper123(code(99), &a_, &outside, &grey_), 1401);

@@ -111,10 +111,12 @@ TEST_F(GainOffsetTest, colour_takes_its_components_from_the_last_byte_on)
     ZImage<ZC24> src(40, 2), dst(40, 2);
     Random random(4);
     fill(src, random);
+    src.SetPixel({0, 0, 0}, 3, 1);
     const std::pair<ZColor, ZColor> cases[] = {
         {{1, 0.5F, 2.25F}, {10, -20, -300.5F}}, {{1.1F, 0.7F, 1.3F}, {0, 0.999F, -0.999F}},
         {{1.1F, 0.7F, 1.3F}, {0, -20, 9}},      {{0.001F, 2.9999998F, 4e9F}, {32767, -300, -32767}},
-        {{-1, infinite, nan}, {255.5F, -1, 5}}, {{0, 1e9F, -1e9F}, {3e9F, 0, 128}}};
+        {{-1, infinite, nan}, {255.5F, -1, 5}}, {{infinite, infinite, infinite}, {10, 20, 30}},
+        {{0, 1e9F, -1e9F}, {3e9F, 0, 128}}};
     withBothWorkers([&] {
         for (const auto& [gain, offset] : cases) {
             ImgGainOffset(&src, &dst, gain, offset);

@@ -20,10 +20,10 @@
 ZKIT_IMG_API short ImgOper1c2(ARITH_LOGIC_OPERATIONS operation, ZROI<ZBW8>* src, ZBW8 c, ZROI<ZBW8>* dst);
 
 /// Two grey images. Codes: 2 to 6, 9, 13, 14, 15, 19, 20.
-/// Errors, in this order: a pending error; 1400 null region; 1402 sizes differ; 1400 no pixels; 1401 region outside its
-/// image; 1003 a code below 2 or above 20; 32767 any other code that is not accepted; 1303 no memory to keep
-/// overlapping regions apart. dst is then unchanged. 1412: there were zero divisors (5, 6); their pixels are 255, all
-/// others are done too. Returns 0 or the code. Trail: "ImgOper123".
+/// Errors, in this order: a pending error; 1400 null region and 1402 sizes differ, of a and b, then of a and dst; 1400
+/// no pixels; 1401 region outside its image; 1003 a code below 2 or above 20; 32767 any other code that is not
+/// accepted; 1303 no memory to keep overlapping regions apart. dst is then unchanged. 1412: there were zero divisors
+/// (5, 6); their pixels are 255, all others are done too. Returns 0 or the code. Trail: "ImgOper123".
 ZKIT_IMG_API short ImgOper123(ARITH_LOGIC_OPERATIONS operation, ZROI<ZBW8>* a, ZROI<ZBW8>* b, ZROI<ZBW8>* dst);
 
 // The forms of ImgOper. Errors, unless a form says otherwise, in this order: a pending error; for every region 1400
