@@ -1,5 +1,6 @@
 // ZColorLookup and the conversions between colour spaces; ZColorVector.
 #include "core/vector_template.h"
+#include "frame/vector_file.h"
 #include "zkit/color.h"
 #include "zkit/core/error.h"
 
@@ -129,6 +130,9 @@ void ZColorLookup::Transform(ZC24 in, ZC24& out) const
     convert_(components, converted);
     out = {toByte(converted[2]), toByte(converted[1]), toByte(converted[0])};
 }
+
+template <>
+constexpr zkit::ElementMark zkit::elementMark<ZColor> = {5, 'F'};  // the other types: analysis/vectors.cpp
 
 template class ZVectorTemplate<ZColor>;
 

@@ -1,4 +1,5 @@
-// The members of ZVectorTemplate. A library that instantiates it for its element types includes this file once.
+// The members of ZVectorTemplate but those that use files. A library that instantiates it for its element types
+// includes this file once.
 #pragma once
 
 #include "zkit/core/error.h"
@@ -36,6 +37,7 @@ ZVectorTemplate<T>& ZVectorTemplate<T>::operator=(ZVectorTemplate& other)
 }
 // NOLINTEND(misc-unconventional-assign-operator, bugprone-unhandled-self-assignment)
 
+// Zero-filled, so that elements nobody has set, and their padding, bring nothing else of the memory into files.
 template <class T>
 void ZVectorTemplate<T>::SetMaxElements(unsigned int n)
 {
@@ -45,7 +47,7 @@ void ZVectorTemplate<T>::SetMaxElements(unsigned int n)
     if (n > 0) {
         const std::uint64_t bytes = static_cast<std::uint64_t>(n) * sizeof(T);
         if (bytes <= PTRDIFF_MAX)
-            fresh = static_cast<T*>(std::malloc(static_cast<std::size_t>(bytes)));
+            fresh = static_cast<T*>(std::calloc(1, static_cast<std::size_t>(bytes)));
         if (!fresh) {
             ZSetError(Z_ERROR_OUT_OF_MEMORY);
             ZTraceError("ZVector::SetMaxElements");

@@ -108,6 +108,40 @@ public:
     /// library: harmless to write, reading gives what was last written.
     T& operator[](unsigned int i);
 
+    /// Writes the vector to a file, whose former content is lost. The file holds, numbers little-endian:
+    /// - 4 bytes: "Z", the code of the element type, the version 1, the letter of the element type;
+    /// - the number of elements, 32 bits;
+    /// - the elements as they lie in memory, padding included.
+    /// Codes and letters: ZBW8 1 "A", ZBW16 2 "W", unsigned int 3 "U", ZC24 4 "R", ZColor 5 "F", ZPath 6 "B",
+    /// ZBW8Path 7 "C", ZC24Path 8 "L", ZPeak 9 "M".
+    /// Errors, in this order: a pending error, then no file is touched; 1102 the file cannot be opened, or the path is
+    /// null; 1104 a write fails, the file is then incomplete; 1106 closing fails, as when the last bytes do not fit on
+    /// the disk. Trail: "ZVector::Save".
+    void Save(const char* path) const;
+
+    /// Reads a file that Save has written from a vector of the same element type; bytes after the last element are
+    /// ignored. The capacity becomes the number of elements exactly.
+    /// Errors, in this order:
+    /// - a pending error; 1102 the file cannot be opened, or the path is null; 1103 the header is incomplete; 1105 it
+    /// is
+    ///   another one, e.g. that of another element type; 1103 the number of elements is incomplete. The vector is then
+    ///   unchanged;
+    /// - 1103 the file announces elements for more than 1 MiB and holds fewer. The vector is then empty and no storage
+    ///   has been taken. Of a file that cannot be sought (a pipe) nobody knows that beforehand: storage grows with
+    ///   what arrives, and the vector is empty when that ends before storage for all elements has been taken;
+    /// - 1303 there is no memory; the vector is then empty, the trail starts with "ZVector::SetMaxElements",
+    ///   "ZVector::SetNumElements";
+    /// - 1103 the file ends early; the vector has the announced number of elements, those missing are not initialised;
+    /// - 1106 closing fails.
+    /// Trail: "ZVector::Load".
+    void Load(const char* path);
+
+    /// Writes (`write` not 0) or reads (0) what follows the 4 bytes of a file, at the position of a stream of the
+    /// standard library, a FILE*, which stays open. Runs also while an error is pending.
+    /// Errors: writing 1104, also for a null stream; reading 1103 and 1303 as Load, also 1103 for a null stream. Trail:
+    /// nothing of its own.
+    void Serialize(void* file, int write);
+
 protected:
     unsigned int NumElements = 0;
     unsigned int MaxElements = 0;
@@ -115,4 +149,6 @@ protected:
 
 private:
     void append(T element, const char* name);
+    bool writeElements(void* file) const;
+    bool readElements(void* file);
 };

@@ -71,6 +71,11 @@ public:
     /// An empty vector with room for `maxElements`.
     explicit ZPathVector(unsigned int maxElements = 0);
     using ZVectorTemplate<ZPath>::operator=;
+
+    /// Draws the path: a line from each position to the next, (X, Y) lying at ((X + panX) * zoomX, (Y + panY) * zoomY)
+    /// of the device, computed in double precision and truncated toward zero; beyond the 32-bit range the nearest
+    /// number, 0 for NaN. zoomY = 0 means zoomX. The path is not closed, an empty one draws nothing. Raises nothing.
+    void Draw(HDC device, float zoomX, float zoomY, float panX, float panY);
 };
 
 class ZKIT_IMG_API ZBW8PathVector : public ZVectorTemplate<ZBW8Path> {
@@ -78,6 +83,9 @@ public:
     /// An empty vector with room for `maxElements`.
     explicit ZBW8PathVector(unsigned int maxElements = 0);
     using ZVectorTemplate<ZBW8Path>::operator=;
+
+    /// See ZPathVector::Draw.
+    void Draw(HDC device, float zoomX, float zoomY, float panX, float panY);
 };
 
 class ZKIT_IMG_API ZC24PathVector : public ZVectorTemplate<ZC24Path> {
@@ -85,6 +93,9 @@ public:
     /// An empty vector with room for `maxElements`.
     explicit ZC24PathVector(unsigned int maxElements = 0);
     using ZVectorTemplate<ZC24Path>::operator=;
+
+    /// See ZPathVector::Draw.
+    void Draw(HDC device, float zoomX, float zoomY, float panX, float panY);
 };
 
 class ZKIT_IMG_API ZPeaksVector : public ZVectorTemplate<ZPeak> {
@@ -100,6 +111,12 @@ public:
     /// An empty vector with room for `maxElements`.
     explicit ZBW8HistogramVector(unsigned int maxElements = 0);
     using ZVectorTemplate<unsigned int>::operator=;
+
+    /// Draws the histogram as a diagram (ZPlot) in a rectangle of the device, its four numbers truncated toward zero;
+    /// beyond the 32-bit range the nearest number, 0 for NaN. The horizontal axis, "Value", runs from 0 to the last
+    /// index, at least to 1; the vertical one, "Count", from 0 to the largest element, at least to 1. Element i is a
+    /// bar from the column of i up to that of i + 1, of vertical lines, at least one. Raises nothing.
+    void Draw(HDC device, float x, float y, float width, float height);
 
 private:
     ZPlot plot_;

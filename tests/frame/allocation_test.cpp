@@ -1,0 +1,180 @@
+// What operations that need memory do without it. A row per operation.
+#include "support/errors.h"
+#include "support/failing_allocation.h"
+#include "support/images.h"
+#include "zkit/color.h"
+#include "zkit/img.h"
+
+#include <cstdio>
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Row {
+    const char* name;
+    std::set<short> codes;
+    std::function<void()> call;
+};
+
+// Two regions of one image that overlap, for every pixel type.
+template <class T>
+struct Overlapping {
+    ZImage<T> image{20, 20};
+    ZROI<T> src{&image, 0, 0, 16, 16}, dst{&image, 1, 1, 16, 16};
+};
+
+Overlapping<ZBW8> grey;
+Overlapping<ZBW16> wide;
+Overlapping<ZC24> colour;
+
+// Regions of a type of pixels in the memory of another.
+template <class T, class Other>
+ZROI<T>* over(Overlapping<Other>& other)
+{
+    static ZImage<T> image;
+    image.Attach(other.image.GetPixelPtr(0, 0), 16, 16, other.image.GetRowPitch());
+    return &image;
+}
+
+ZVector table(3);
+const std::string path = testing::TempDir() + "zkit_allocation_test";
+
+const std::vector<Row> imageOperations = {
+    {"ZImage", {1303}, [] { const ZImage<ZBW8> image(10, 10); }},
+    {"ZImage::SetSize",
+     {1303},
+     [] {
+         static ZImage<ZC24> image(3, 3);
+         image.SetSize(image.GetWidth() % 5 + 1, 7);
+     }},
+    {"ZVector", {1303}, [] { const ZVector vector(2); }},
+    {"ZVector::SetType",
+     {1303},
+     [] {
+         static ZVector vector;
+         vector.SetType(1, 10, 0);
+         vector.SetStructure(2, 1, 10, 1);
+         vector.Reallocate(100);
+     }},
+    {"ImgLut", {1303}, [] { ImgLut(&grey.src, &grey.dst, &table); }},
+    {"ImgNormalize", {1303}, [] { ImgNormalize(&grey.src, &grey.dst, 100, 10); }},
+    {"ImgGainOffset", {1303}, [] { ImgGainOffset(&grey.src, &grey.dst, 2, 1); }},
+    {"ImgGainOffset (C24)",
+     {1303},
+     [] {
+         ImgGainOffset(&colour.src, &colour.dst, {2, 2, 2}, {1, 1, 1});
+     }},
+    {"ImgTransform",
+     {1303},
+     [] {
+         ImgTransform(
+             &grey.src, &grey.dst, [](unsigned char pixel) -> unsigned char { return pixel; }, 1);
+     }},
+    {"ImgUniformize", {1303}, [] { ImgUniformize(&grey.src, 1, &grey.src, 0, &grey.src, &grey.dst); }},
+    {"ImgOper1c2", {1303, 1601}, [] { ImgOper1c2(ARITH_LOGIC_ADD, &grey.src, 1, &grey.dst); }},
+    {"ImgOper123", {1303}, [] { ImgOper123(ARITH_LOGIC_ADD, &grey.src, &grey.src, &grey.dst); }},
+    {"ImgOper", {1303}, [] { ImgOper(ARITH_LOGIC_INVERT, &grey.src, &grey.dst); }},
+    {"ImgOper (C24)", {1303}, [] { ImgOper(ARITH_LOGIC_ADD, &colour.src, &colour.dst, &colour.dst); }},
+    {"ImgConvert (BW8 to BW16)", {1303}, [] { ImgConvert(over<ZBW8>(wide), &wide.dst, 0); }},
+    {"ImgConvert (C24 to BW8)", {1303}, [] { ImgConvert(&colour.src, over<ZBW8>(colour)); }},
+    {"ImgConvolLowpass3", {1303}, [] { ImgConvolLowpass3(&grey.src, &grey.dst); }},
+    {"ImgConvolLowpass3 in place", {1303}, [] { ImgConvolLowpass3(&grey.src, &grey.src); }},
+    {"ImgConvolLowpass3 (C24)", {1303}, [] { ImgConvolLowpass3(&colour.src, &colour.dst); }},
+    {"ClrGetComponent", {1303}, [] { ClrGetComponent(&colour.src, over<ZBW8>(colour), 0, nullptr); }},
+    {"ClrSetComponent", {1303}, [] { ClrSetComponent(over<ZBW8>(colour), &colour.dst, 0); }},
+};
+
+const std::vector<Row> vectorOperations = {
+    {"ZVectorTemplate", {1303}, [] { const ZPathVector vector(5); }},
+    {"AddElement",
+     {1303},
+     [] {
+         ZBW16Vector vector;
+         for (int i = 0; i < 20 && ZGetError() == Z_OK; ++i)
+             vector.AddElement(1);
+     }},
+    {"SetNumElements",
+     {1303},
+     [] {
+         ZPeaksVector vector;
+         vector.SetNumElements(3);
+         vector.SetMaxElements(7);
+     }},
+    {"Save",
+     {1102, 0},
+     [] {  // a stream without its buffer still writes
+         static ZPathVector vector(1);
+         vector.SetNumElements(1);
+         vector.Save(path.c_str());
+     }},
+    {"Load",
+     {1102, 1303, 0},
+     [] {
+         ZPathVector vector;
+         vector.Load(path.c_str());
+     }},
+};
+
+void expectAll(const std::vector<Row>& rows)
+{
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        expectFailingAllocations(row.codes, row.call);
+    }
+}
+
+class AllocationTest : public OperationTest {
+protected:
+    void SetUp() override
+    {
+        OperationTest::SetUp();
+        if (!allocationsCanFail())
+            GTEST_SKIP() << "allocations cannot be made to fail here";
+    }
+};
+
+TEST_F(AllocationTest, operations_on_images) { expectAll(imageOperations); }
+
+TEST_F(AllocationTest, vectors)
+{
+    expectAll(vectorOperations);
+    std::remove(path.c_str());
+}
+
+TEST_F(AllocationTest, a_vector_that_cannot_grow)
+{
+    ZBW8Vector vector(1);
+    vector.AddElement(9);
+    const auto failing = [](auto call) {
+        const FailingAllocation failure(0);
+        call();
+    };
+    failing([&] { vector.AddElement(1); });
+    EXPECT_FAILURE(1303, "ZVector::SetMaxElements", "ZVector::AddElement");
+    failing([&] { vector.SetMaxElements(0x7FFFFFFF); });
+    EXPECT_FAILURE(1303, "ZVector::SetMaxElements");
+    EXPECT_EQ(vector.GetNumElements(), 1U);
+    EXPECT_EQ(vector.GetMaxElements(), 1U);
+    EXPECT_EQ(vector[0], 9);
+    failing([&] { vector.SetNumElements(2); });
+    EXPECT_FAILURE(1303, "ZVector::SetMaxElements", "ZVector::SetNumElements");
+    EXPECT_EQ(vector.GetNumElements(), 0U);
+    EXPECT_EQ(vector.GetMaxElements(), 1U);
+
+    vector.AddElement(9);
+    std::string content("\2\0\0\0ab", 6);
+    std::FILE* const stream = fmemopen(content.data(), content.size(), "rb");
+    std::setvbuf(stream, nullptr, _IONBF, 0);
+    failing([&] { vector.Serialize(stream, 0); });
+    EXPECT_FAILURE(1303, "ZVector::SetMaxElements", "ZVector::SetNumElements");
+    EXPECT_EQ(vector.GetNumElements(), 0U);
+    std::rewind(stream);
+    vector.Serialize(stream, 0);
+    EXPECT_EQ(vector[1], 'b');
+    std::fclose(stream);
+}
+
+}  // namespace
