@@ -123,8 +123,8 @@ public:
     /// ignored. The capacity becomes the number of elements exactly.
     /// Errors, in this order:
     /// - a pending error; 1102 the file cannot be opened, or the path is null; 1103 the header is incomplete; 1105 the
-    ///   header is another one, e.g. that of another element type; 1103 the number of elements is incomplete. The vector
-    ///   is then unchanged;
+    ///   header is another one, e.g. that of another element type; 1103 the number of elements is incomplete. The
+    ///   vector is then unchanged;
     /// - 1103 the file announces elements for more than 1 MiB and holds fewer. The vector is then empty and no storage
     ///   has been taken. Of a file that cannot be sought (a pipe) nobody knows that beforehand: storage grows with
     ///   what arrives, and the vector is empty when that ends before storage for all elements has been taken;
