@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(g++ cmake ninja-build pkg-config)
 for task in "$@"; do
     case $task in
-    tool) packages+=(libpng-dev libtiff-dev libjpeg62-turbo-dev libcli11-dev nlohmann-json3-dev) ;;
+    tool) packages+=(libpng-dev libtiff-dev libjpeg62-turbo-dev libcairo2-dev libcli11-dev nlohmann-json3-dev) ;;
     test) packages+=(git googletest libgtest-dev clang libclang-rt-14-dev clang-format clang-tidy binutils g++-multilib) ;;
     fuzz) packages+=(clang libclang-rt-14-dev) ;;
     bench) packages+=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev) ;;

@@ -1,6 +1,7 @@
 #include "measure/command.h"
 
 #include "measure/measure.h"
+#include "measure/plot.h"
 #include "measure/report.h"
 #include "scene/scene.h"
 
@@ -18,6 +19,7 @@ struct Arguments {
     MeasureRequest request;
     bool json = false;
     bool scene = false;
+    std::string plot;
     std::vector<std::string> files;
 };
 
@@ -46,7 +48,10 @@ public:
 
     void add(const std::string& name, const std::function<Picture()>& picture)
     try {
-        const Measurement measurement = measure(picture(), arguments_.request);
+        const Picture pixels = picture();
+        const Measurement measurement = measure(pixels, arguments_.request);
+        if (!arguments_.plot.empty())
+            plotHistogram(pixels, arguments_.request, arguments_.plot);
         if (arguments_.json)
             results_.push_back(toJson(name, measurement));
         else
@@ -117,11 +122,15 @@ void addMeasureCommand(CLI::App& tool, int& status)
         ->check(CLI::Range(0, 65535));
     command->add_flag("--json", arguments->json, "Print a JSON array with an object per picture");
     command->add_flag("--scene", arguments->scene, "Measure a built-in scene: bright parts on an uneven background");
+    command->add_option("--plot", arguments->plot, "Draw the histogram of the picture, of which there must be only one")
+        ->type_name("FILE.png|svg");
     command->add_option("FILE", arguments->files, "Pictures to be measured")->type_name("");
     command->footer(notes);
     command->callback([arguments, &status] {
         if (!arguments->scene && arguments->files.empty())
             throw CLI::RequiredError("FILE or --scene");
+        if (!arguments->plot.empty() && arguments->files.size() + arguments->scene != 1)
+            throw CLI::ValidationError("--plot", "is for one picture");
         status = run(*arguments);
     });
 }

@@ -13,6 +13,12 @@ ColourFigures measureColour(ZImage<ZC24>& image, const Rectangle& region);
 /// differences to the right-hand and the lower neighbour within the region.
 GreyFigures measureWide(ZImage<ZBW16>& image, const Rectangle& region, int threshold);
 
+/// The region that is asked for, else the whole picture.
+Rectangle regionOf(const Picture& picture, const MeasureRequest& request);
+
+/// A 1-bit picture with levels 0 and 1.
+ImagePointer<ZBW8> expand(const ZImage<ZBW1>& bits);
+
 /// Throws what the library has pending: the sentence of the code and, in brackets, the trail.
 void throwPendingError();
 

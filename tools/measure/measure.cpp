@@ -23,7 +23,8 @@ int thresholdFor(const PixelType& type, const MeasureRequest& request)
     return threshold;
 }
 
-// The picture with levels 0 and 1.
+}  // namespace
+
 ImagePointer<ZBW8> expand(const ZImage<ZBW1>& bits)
 {
     auto grey = std::make_unique<ZImage<ZBW8>>(bits.GetWidth(), bits.GetHeight());
@@ -33,6 +34,8 @@ ImagePointer<ZBW8> expand(const ZImage<ZBW1>& bits)
             grey->SetPixel(bits.GetPixel(x, y).bits, x, y);
     return grey;
 }
+
+namespace {
 
 // Fills in the figures and the name of the picture's type.
 struct Measurer {
@@ -75,6 +78,15 @@ void throwPendingError()
     throw MeasureError(sentence);
 }
 
+Rectangle regionOf(const Picture& picture, const MeasureRequest& request)
+{
+    return request.region.value_or(std::visit(
+        [](const auto& image) {
+            return Rectangle{0, 0, image->GetWidth(), image->GetHeight()};
+        },
+        picture));
+}
+
 Measurement measure(const Picture& picture, const MeasureRequest& request)
 {
     const ZThreadErrorScope scope;
@@ -85,7 +97,7 @@ Measurement measure(const Picture& picture, const MeasureRequest& request)
             result.height = image->GetHeight();
         },
         picture);
-    result.region = request.region.value_or(Rectangle{0, 0, result.width, result.height});
+    result.region = regionOf(picture, request);
     std::visit(Measurer{result, request}, picture);
     return result;
 }

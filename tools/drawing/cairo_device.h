@@ -1,0 +1,55 @@
+// Drawings in files: PNG and SVG, through cairo.
+#pragma once
+
+#include "zkit/core/drawing.h"
+
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+using cairo_t = struct _cairo;
+using cairo_surface_t = struct _cairo_surface;
+
+namespace zkit::tool {
+
+/// Why a drawing could not be made or written, in one line without the name of the file.
+class DrawingError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A white sheet of paper on which black lines and text are drawn, and the file that it becomes. Coordinates count
+/// pixels from the top-left corner.
+class CairoDevice : public ZDrawingDevice {
+public:
+    /// A sheet for a file whose ending is .png or .svg. Throws DrawingError for any other ending, and for a sheet
+    /// without extent or with more than 32767 pixels a side.
+    CairoDevice(std::filesystem::path file, int width, int height);
+    ~CairoDevice() override;
+    CairoDevice(const CairoDevice&) = delete;
+    CairoDevice& operator=(const CairoDevice&) = delete;
+
+    void MoveTo(int x, int y) override;
+    void LineTo(int x, int y) override;
+    void Text(int x, int y, const char* text) override;
+
+    /// Writes the file, beside it first, so that there is never half of one. Throws DrawingError when that fails.
+    void write();
+
+private:
+    struct Release {
+        void operator()(cairo_t* context) const;
+        void operator()(cairo_surface_t* surface) const;
+    };
+
+    void stroke();
+
+    std::filesystem::path file_;
+    std::unique_ptr<cairo_surface_t, Release> surface_;
+    std::unique_ptr<cairo_t, Release> context_;
+    std::string svg_;
+    bool isPng_;
+};
+
+}  // namespace zkit::tool
