@@ -19,6 +19,9 @@ inline constexpr float wantedDeviation = 40.f;
 inline constexpr unsigned char lightLevel = 200;
 inline constexpr unsigned char darkLevel = 10;
 inline constexpr unsigned int shift = 4;  ///< the sum of summedImages becomes their average
+inline constexpr float rotation = 15.f;   ///< degrees
+inline constexpr float scale = 1.1f;
+inline constexpr float reduction = 3.3f;
 
 /// Entry of the look-up table; its values matter to nobody.
 constexpr unsigned char tableEntry(int level) { return static_cast<unsigned char>(level * 167 + 13); }
@@ -39,6 +42,7 @@ std::span<const Operation> analysisOperations();
 std::span<const Operation> pointOperations();
 std::span<const Operation> arithmeticOperations();
 std::span<const Operation> filterOperations();
+std::span<const Operation> geometryOperations();
 
 /// The peer's equivalent of the operation with the same name and type.
 struct Peer {
