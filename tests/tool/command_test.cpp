@@ -33,14 +33,13 @@ protected:
         folder_.write(name, writePng({4, 2, 8, 1, {10, 20, 30, 200, 0, 0, 200, 200}}, PNG_COLOR_TYPE_GRAY));
     }
 
-    TemporaryFolder folder_;
-
-private:
     std::string contents(const std::string& name) const
     {
         std::ifstream stream(folder_ / name);
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     }
+
+    TemporaryFolder folder_;
 };
 
 }  // namespace
@@ -97,6 +96,24 @@ TEST_F(Command, OneLineForEachBadFileAndTheOthersAreMeasured)
                                  "huge.pgm: the picture is too large: 65535 x 65535 pixels\n"
                                  ".: is a directory\n");
     EXPECT_EQ(result.output.substr(0, 9), "good.png\n");
+}
+
+TEST_F(Command, DrawsTheHistogram)
+{
+    writeGrey("grey.png");
+    EXPECT_EQ(run("measure --plot plot.png grey.png").status, 0);
+    EXPECT_EQ(contents("plot.png").substr(1, 3), "PNG");
+    EXPECT_EQ(run("measure --plot plot.SVG --scene").status, 0);
+    const std::string drawing = contents("plot.SVG");
+    EXPECT_EQ(drawing.substr(drawing.size() - 7), "</svg>\n");
+
+    for (const char* arguments : {"--plot plot.gif grey.png", "--plot missing/plot.png grey.png"}) {
+        const Result result = run(std::string("measure ") + arguments);
+        EXPECT_EQ(result.status, 1) << arguments;
+        EXPECT_EQ(result.complaints.find("grey.png: "), 0U) << result.complaints;
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "plot.gif.part"));
+    EXPECT_EQ(run("measure --plot plot.png grey.png --scene").status, 2);
 }
 
 TEST_F(Command, FailuresOfTheLibraryAreSentences)
