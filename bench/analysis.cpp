@@ -134,6 +134,58 @@ void rmsNoiseToSum(Scene& scene)
     ImgRmsNoise(scene.grey(), scene.greySum(), Scene::summedImages, IMG_REFERENCE_INDEPENDENT_NOISE);
 }
 
+void histogram(Scene& scene)
+{
+    static ZBW8HistogramVector counts;
+    ImgHistogram(scene.grey(), &counts);
+}
+
+void histogramOfTwoLevels(Scene& scene)
+{
+    static ZBW8HistogramVector counts;
+    ImgHistogram(scene.mask(), &counts);
+}
+
+void histogramUntyped(Scene& scene)
+{
+    static ZVector counts(2);
+    ImgHistogram(scene.grey(), &counts);
+}
+
+template <unsigned bits>
+void histogramOfSum(Scene& scene)
+{
+    static ZBW8HistogramVector counts;
+    ImgHistogram(scene.greySum(), &counts, highBitOfSum, bits, 1);
+}
+
+void equalize(Scene& scene) { ImgEqualize(scene.grey(), scene.greyResult()); }
+
+void setupEqualize(Scene&)
+{
+    static ZVector counts(2), curve(3);
+    ImgSetupEqualize(&counts, &curve);
+}
+
+void analyseHistogram(Scene&)
+{
+    static ZVector counts(2);
+    float deviation;
+    ImgAnalyseHistogram(&counts, 0, 255, IMG_HISTOGRAM_STANDARD_DEVIATION, deviation);
+}
+
+void projectOnARow(Scene& scene)
+{
+    static ZBW32Vector sums;
+    ImgProjectOnARow(scene.grey(), &sums);
+}
+
+void projectOnAColumn(Scene& scene)
+{
+    static ZBW32Vector sums;
+    ImgProjectOnAColumn(scene.grey(), &sums);
+}
+
 constexpr Operation table[] = {
     {"ImgPixelMin", "BW8", 1, 0, pixelMin},
     {"ImgPixelMax", "BW8", 1, 0, pixelMax},
@@ -160,6 +212,16 @@ constexpr Operation table[] = {
     {"ImgSignalNoiseRatio", "BW16", 3, 0, signalNoiseRatioToSum},
     {"ImgRmsNoise", "BW8", 2, 0, rmsNoise},
     {"ImgRmsNoise", "BW16", 3, 0, rmsNoiseToSum},
+    {"ImgHistogram", "BW8", 1, 0, histogram},
+    {"ImgHistogram", "BW8 two levels", 1, 0, histogramOfTwoLevels},
+    {"ImgHistogram", "BW8 untyped", 1, 0, histogramUntyped},
+    {"ImgHistogram", "BW16 256 bins", 2, 0, histogramOfSum<8>},
+    {"ImgHistogram", "BW16 4096 bins", 2, 0, histogramOfSum<12>},
+    {"ImgEqualize", "BW8", 2, 1, equalize},
+    {"ImgSetupEqualize", "no pixels", 0, 0, setupEqualize},
+    {"ImgAnalyseHistogram", "no pixels", 0, 0, analyseHistogram},
+    {"ImgProjectOnARow", "BW8", 1, 0, projectOnARow},
+    {"ImgProjectOnAColumn", "BW8", 1, 0, projectOnAColumn},
 };
 
 }  // namespace

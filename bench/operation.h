@@ -19,6 +19,7 @@ inline constexpr float wantedDeviation = 40.f;
 inline constexpr unsigned char lightLevel = 200;
 inline constexpr unsigned char darkLevel = 10;
 inline constexpr unsigned int shift = 4;  ///< the sum of summedImages becomes their average
+inline constexpr unsigned int highBitOfSum = 11;
 
 /// Entry of the look-up table; its values matter to nobody.
 constexpr unsigned char tableEntry(int level) { return static_cast<unsigned char>(level * 167 + 13); }

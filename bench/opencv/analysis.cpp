@@ -122,6 +122,35 @@ void rmsNoise(Scene& scene) { squaredDifferences(grey(scene), greyReference(scen
 
 void rmsNoiseToSum(Scene& scene) { squaredDifferences(grey(scene), averageOfSum(scene)); }
 
+// Counts are floats.
+void histogram(const cv::Mat& source, int bins, float end)
+{
+    static cv::Mat counts;
+    constexpr int channel = 0;
+    const float range[] = {0, end};
+    const float* ranges = range;
+    cv::calcHist(&source, 1, &channel, {}, counts, 1, &bins, &ranges);
+}
+
+void histogramOfGrey(Scene& scene) { histogram(grey(scene), 256, 256); }
+
+void histogramOfTwoLevels(Scene& scene) { histogram(matrix(scene.mask(), CV_8UC1), 256, 256); }
+
+template <int bits>
+void histogramOfSum(Scene& scene)
+{
+    histogram(greySum(scene), 1 << bits, 2 << highBitOfSum);
+}
+
+void equalize(Scene& scene) { cv::equalizeHist(grey(scene), greyResult(scene)); }
+
+template <int dimension>
+void project(Scene& scene)
+{
+    static cv::Mat sums;
+    cv::reduce(grey(scene), sums, dimension, cv::REDUCE_SUM, CV_32S);
+}
+
 constexpr Peer table[] = {
     {"ImgPixelMin", "BW8", pixelMin},
     {"ImgPixelMax", "BW8", pixelMax},
@@ -145,6 +174,14 @@ constexpr Peer table[] = {
     {"ImgSignalNoiseRatio", "BW16", signalNoiseRatioToSum},
     {"ImgRmsNoise", "BW8", rmsNoise},
     {"ImgRmsNoise", "BW16", rmsNoiseToSum},
+    {"ImgHistogram", "BW8", histogramOfGrey},
+    {"ImgHistogram", "BW8 two levels", histogramOfTwoLevels},
+    {"ImgHistogram", "BW8 untyped", histogramOfGrey},
+    {"ImgHistogram", "BW16 256 bins", histogramOfSum<8>},
+    {"ImgHistogram", "BW16 4096 bins", histogramOfSum<12>},
+    {"ImgEqualize", "BW8", equalize},
+    {"ImgProjectOnARow", "BW8", project<0>},
+    {"ImgProjectOnAColumn", "BW8", project<1>},
 };
 
 }  // namespace

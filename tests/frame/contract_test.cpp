@@ -25,7 +25,10 @@ struct Results {
 
 Results results;
 Results& r = results;
-ZVector table(3);
+ZVector table(3), untyped;
+ZBW8HistogramVector histogram;
+ZBW8Vector entries;
+ZBW32Vector sums;
 
 // A usable region of another pixel type, as large as the given one.
 template <class T>
@@ -80,6 +83,26 @@ const std::vector<Row<ZBW8>> greyOperations = {
     {"ImgConvert (BW8 to C24)", [](auto roi) { ImgConvert(roi, beside<ZC24>(roi)); }},
     {"ImgConvert (BW16 to BW8)", [](auto roi) { ImgConvert(beside<ZBW16>(roi), roi, 0); }},
     {"ImgConvertTo422 (BW8 to BW16)", [](auto roi) { ImgConvertTo422(roi, beside<ZBW16>(roi)); }},
+    {"ImgHistogram", [](auto roi) { ImgHistogram(roi, &histogram); }},
+    {"ImgHistogram (ZVector)", [](auto roi) { ImgHistogram(roi, &untyped); }},
+    {"ImgEqualize", [](auto roi) { ImgEqualize(roi, roi); }},
+    {"ImgProjectOnARow (ZBW32Vector)", [](auto roi) { ImgProjectOnARow(roi, &sums); }},
+    {"ImgProjectOnAColumn (ZBW32Vector)", [](auto roi) { ImgProjectOnAColumn(roi, &sums); }},
+    {"ImgProjectOnARow (ZVector)", [](auto roi) { ImgProjectOnARow(roi, &untyped); }},
+    {"ImgProjectOnAColumn", [](auto roi) { ImgProjectOnAColumn(roi, &untyped); }},
+};
+
+const std::vector<Row<ZBW16>> wideOperations = {
+    {"ImgHistogram (ZBW16)", [](auto roi) { ImgHistogram(roi, &histogram, 7, 8, 1); }},
+};
+
+// Operations on vectors alone.
+const std::vector<Row<ZBW8>> vectorOperations = {
+    {"ImgSetupEqualize (ZBW8HistogramVector)", [](auto) { ImgSetupEqualize(&histogram, &entries); }},
+    {"ImgSetupEqualize (ZVector)", [](auto) { ImgSetupEqualize(&untyped, &table); }},
+    {"ImgAnalyseHistogram", [](auto) { ImgAnalyseHistogram(&histogram, IMG_HISTOGRAM_PIXEL_COUNT, 0, 255); }},
+    {"ImgAnalyseHistogram", [](auto) { ImgAnalyseHistogram(&untyped, 0, 255, 6, r.between); }},
+    {"ImgAnalyseHistogram", [](auto) { ImgAnalyseHistogram(&untyped, 0, 255, 7, r.f0); }},
 };
 
 const std::vector<Row<ZC24>> colourOperations = {
@@ -153,6 +176,7 @@ TEST_F(ContractTest, unusable_regions_are_refused)
 {
     expectUnusableRegionsRefused(greyOperations);
     expectUnusableRegionsRefused(colourOperations);
+    expectUnusableRegionsRefused(wideOperations);
     expectUnusableRegionsRefused(unstoppable, false);  // moments are 0 then
 }
 
@@ -176,13 +200,20 @@ TEST_F(ContractTest, a_pending_error_stops_operations)
 {
     expectStoppedByPendingError(greyOperations);
     expectStoppedByPendingError(colourOperations);
+    expectStoppedByPendingError(wideOperations);
+    expectStoppedByPendingError(vectorOperations);
 }
 
 TEST_F(ContractTest, operations_succeed_silently)
 {
     ZImage<ZBW8> grey(8, 8);
     ZImage<ZC24> colour(8, 8);
+    ZImage<ZBW16> wide(8, 8);
     for (const auto& row : greyOperations)
+        row.call(&grey);
+    for (const auto& row : wideOperations)
+        row.call(&wide);
+    for (const auto& row : vectorOperations)
         row.call(&grey);
     for (const auto& row : colourOperations)
         row.call(&colour);

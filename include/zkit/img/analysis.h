@@ -1,4 +1,5 @@
-// Measurements of regions. All of them only read; coordinates count from the region's top-left pixel.
+// Measurements of regions. All of them only read, but for ImgEqualize; coordinates count from the region's top-left
+// pixel.
 //
 // Unless an operation says otherwise: it returns at once while an error is pending, and raises 1400 for a null region
 // or one without pixels behind it and 1401 for one that does not lie within its image. Its results are then left as
@@ -9,7 +10,9 @@
 #include "zkit/core/error.h"
 #include "zkit/core/pixel.h"
 #include "zkit/core/roi.h"
+#include "zkit/core/vector.h"
 #include "zkit/export.h"
+#include "zkit/img/vectors.h"
 
 /// The smallest grey level; 255 for a region of no pixels.
 ZKIT_IMG_API short ImgPixelMin(ZROI<ZBW8>* src, unsigned char& min);
@@ -143,3 +146,100 @@ ZKIT_IMG_API float ImgRmsNoise(ZROI<ZBW8>* src, ZROI<ZBW8>* ref, IMG_REFERENCE_N
 /// IMG_REFERENCE_INCLUDES_SOURCE and one image the result is infinite, or not a number without noise. Trail:
 /// "ImgRmsNoise (BW8 source and BW16 reference)".
 ZKIT_IMG_API float ImgRmsNoise(ZROI<ZBW8>* src, ZROI<ZBW16>* ref, unsigned int count, IMG_REFERENCE_NOISE reference);
+
+/// Counts the pixels of every grey level: the vector gets exactly 256 elements, element v being the number of pixels of
+/// level v. A region without pixels gives zeros.
+/// Errors, in this order: a pending error; 1400, 1401 of the region; 1601 null vector; 1303 no memory. The vector is
+/// then unchanged.
+ZKIT_IMG_API void ImgHistogram(ZROI<ZBW8>* src, ZBW8HistogramVector* hist);
+
+/// Counts 16-bit pixels by `bits` of their bits, the highest of which is bit `highBit`: the vector gets exactly 2^bits
+/// elements, and a pixel v counts in bin v >> (highBit - bits + 1). Pixels with bits above highBit count in the last
+/// bin when `saturate` is not 0, else not at all. All pixels of a 12-bit camera in 256 bins: highBit 11, bits 8.
+/// @param highBit  0..15.
+/// @param bits     0..highBit + 1.
+/// Errors, in this order: a pending error; 1400, 1401 of the region; 1013 highBit; 1014 bits; 1601 null vector; 1303 no
+/// memory, the vector then being empty, and unchanged otherwise. Trail: "ImgHistogram (ZBW16)".
+ZKIT_IMG_API void ImgHistogram(ZROI<ZBW16>* src, ZBW8HistogramVector* hist, unsigned int highBit, unsigned int bits,
+                               int saturate);
+
+/// The histogram of grey levels into an untyped vector. One of type 2 keeps its structure and gets 256 counts of 32
+/// bits from its first byte on, as many of them as its storage has room for; any other is made SetType(2, 0, 0) first.
+/// Errors, in this order: a pending error; 1400, 1401 of the region; 1601 null vector; 1303 no memory; 1601 a vector of
+/// type 2 without data. No count is then written. Returns 0 or the code. Trail: "ImgHistogram (ZVector)".
+ZKIT_IMG_API short ImgHistogram(ZROI<ZBW8>* src, ZVector* hist);
+
+/// Makes the table that spreads the grey levels of a histogram evenly: with c_i the number of pixels below level i and
+/// n the number of all, entry i = c_i 256 / n, truncated, its lower 8 bits. The product wraps at 32 bits, that is from
+/// 2^24 pixels on; levels above those of all pixels get 0 (256). Without pixels all entries are 0. The table gets
+/// exactly 256 elements.
+/// Errors, in this order: a pending error; 1601 null histogram; 1613 not 256 bins; 1601 null table; 1303 no memory. The
+/// table is then unchanged. Trail: "ImgSetupEqualize (ZBW8HistogramVector)".
+ZKIT_IMG_API void ImgSetupEqualize(ZBW8HistogramVector* hist, ZBW8Vector* lut);
+
+/// The same with untyped vectors, the counts being the 32-bit numbers from the histogram's first byte on (those that it
+/// has no room for count 0) and the entries the first 256 bytes of the table, or as many as it has. A table that is not
+/// of type 3 is made SetType(3, 1, 256) first.
+/// Errors, in this order: a pending error; 1601 null histogram, or one of another type without data; 1603 a histogram
+/// that is not of type 2; 1601 null table; 1303 no memory; 1601 histogram, then table, without data. No entry is then
+/// written. Trail: "ImgSetupEqualize (ZVector)".
+ZKIT_IMG_API void ImgSetupEqualize(ZVector* hist, ZVector* lut);
+
+/// Spreads the grey levels of src evenly: ImgHistogram of src, ImgSetupEqualize and ImgLut from src to dst. Works in
+/// place, and regions that overlap in any other way give the result of separate regions.
+/// Errors, in this order: a pending error; 1400, 1401 of src; 1400 null dst; 1402 sizes differ; 1400, 1401 of dst; 1303
+/// no memory. dst is then unchanged. Trail: "ImgEqualize", after that of the operation that failed.
+ZKIT_IMG_API void ImgEqualize(ZROI<ZBW8>* src, ZROI<ZBW8>* dst);
+
+/// Adds up every column: the vector gets exactly as many elements as the region has columns, element x being the sum of
+/// all pixels (x, y).
+/// Errors, in this order: a pending error; 1400, 1401 of the region; 1601 null vector; 1303 no memory. The vector is
+/// then unchanged. Trail: "ImgProjectOnARow (ZBW32Vector)".
+ZKIT_IMG_API void ImgProjectOnARow(ZROI<ZBW8>* src, ZBW32Vector* proj);
+
+/// Adds up every row: element y is the sum of all pixels (x, y). Errors as for columns. Trail: "ImgProjectOnAColumn
+/// (ZBW32Vector)".
+ZKIT_IMG_API void ImgProjectOnAColumn(ZROI<ZBW8>* src, ZBW32Vector* proj);
+
+/// The sums of the columns into an untyped vector, made SetType(2, 1, width): 256 zeros for a region without columns.
+/// Errors, in this order: a pending error; 1400, 1401 of the region; 1601 null vector; 1303 no memory; 1601 the vector
+/// has no data after all. Returns 0 or the code. Trail: "ImgProjectOnARow (ZVector)".
+ZKIT_IMG_API short ImgProjectOnARow(ZROI<ZBW8>* src, ZVector* proj);
+
+/// The sums of the rows into an untyped vector, made SetType(2, 1, height): 256 zeros for a region without rows. Errors
+/// as for columns, but a vector without data is 1400. Trail: "ImgProjectOnAColumn".
+ZKIT_IMG_API short ImgProjectOnAColumn(ZROI<ZBW8>* src, ZVector* proj);
+
+/// What is asked of a histogram h over the levels from a to b. Some features look at the bins 0 to b - a instead and
+/// give their positions plus a; for a = 0 that is the same. Bins that the histogram does not have count 0.
+enum IMG_HISTOGRAM_FEATURE : int {
+    IMG_HISTOGRAM_MOST_FREQUENT_VALUE = 0,  ///< a + k, h(k) being the first of the largest of h(0) to h(b - a); 0 where
+                                            ///< all are 0 or a > b
+    IMG_HISTOGRAM_MOST_FREQUENT_COUNT = 1,  ///< that h(k); 0 for a > b
+    IMG_HISTOGRAM_LEAST_FREQUENT_VALUE = 2,  ///< a + k, h(k) being the first of the smallest of them; 0 for a > b
+    IMG_HISTOGRAM_LEAST_FREQUENT_COUNT = 3,  ///< that h(k); -1 for a > b
+    IMG_HISTOGRAM_SMALLEST_VALUE = 4,     ///< a + k, h(k) being the first of them that is not 0; b + 1 where all are;
+                                          ///< a for a > b
+    IMG_HISTOGRAM_GREATEST_VALUE = 5,     ///< b for a < b, whatever the bins hold; else the greatest level of at most
+                                          ///< b whose bin is not 0, -1 where there is none, b where that is negative
+    IMG_HISTOGRAM_PIXEL_COUNT = 6,        ///< h(a) + ... + h(b), in 32 bits; 0 for a > b
+    IMG_HISTOGRAM_AVERAGE_VALUE = 7,      ///< the mean level of the pixels from a to b, from a sum of 32 bits, which
+                                          ///< wraps; 0 without pixels
+    IMG_HISTOGRAM_STANDARD_DEVIATION = 8  ///< of the levels of the pixels in bins 0 to b - a; 0 without pixels. A sum
+                                          ///< on the way is a float, which limits its precision
+};
+
+/// A feature of a histogram. Those that are integers are taken as signed numbers of 32 bits and rounded to a float. Any
+/// other feature gives 0 and leaves the trail "ImgAnalyseHistogram" without a code.
+/// Errors, in this order: a pending error; 1601 null vector; 1613 not 256 bins. The result is then 0. Trail:
+/// "ImgAnalyseHistogram".
+ZKIT_IMG_API float ImgAnalyseHistogram(ZBW8HistogramVector* hist, IMG_HISTOGRAM_FEATURE feature, int from, int to);
+
+/// A feature from 0 to 6 of an untyped histogram, the 32-bit numbers from its first byte on. Any other feature leaves
+/// the result as it is and is no error.
+/// Errors, in this order: a pending error; 1601 null vector, or one of another type without data; 1602 a vector that is
+/// not of type 2; 1601 no data. The result is then as it was. Returns 0 or the code. Trail: "ImgAnalyseHistogram".
+ZKIT_IMG_API short ImgAnalyseHistogram(ZVector* hist, int from, int to, int feature, int& result);
+
+/// The same for the features 7 and 8.
+ZKIT_IMG_API short ImgAnalyseHistogram(ZVector* hist, int from, int to, int feature, float& result);
