@@ -12,6 +12,7 @@ std::span<const Peer> analysisPeers();
 std::span<const Peer> pointPeers();
 std::span<const Peer> arithmeticPeers();
 std::span<const Peer> filterPeers();
+std::span<const Peer> geometryPeers();
 
 template <class T>
 cv::Mat matrix(ZImage<T>* image, int type)

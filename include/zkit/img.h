@@ -4,5 +4,6 @@
 #include "zkit/core.h"
 #include "zkit/img/analysis.h"
 #include "zkit/img/filter.h"
+#include "zkit/img/geometry.h"
 #include "zkit/img/point.h"
 #include "zkit/img/vectors.h"

@@ -32,15 +32,16 @@ short ClrGetComponent(ZROI<ZC24>* src, ZROI<ZBW8>* dst, unsigned int component, 
     SeparateSource separate;
     if (!separate.forPoints(from, 3, to, 1))
         return frame.trace();
+    const std::ptrdiff_t byte = 2 - static_cast<int>(component), width = from.width;
     for (std::ptrdiff_t y = 0; y < from.height; ++y) {
         const std::uint8_t* in = from.data + y * from.pitch;
         std::uint8_t* out = to.data + y * to.pitch;
         if (!lookup) {
-            for (std::ptrdiff_t x = 0; x < from.width; ++x)
-                out[x] = in[3 * x + 2 - static_cast<int>(component)];
+            for (std::ptrdiff_t x = 0; x < width; ++x)
+                out[x] = in[3 * x + byte];
             continue;
         }
-        for (std::ptrdiff_t x = 0; x < from.width; ++x) {
+        for (std::ptrdiff_t x = 0; x < width; ++x) {
             ZC24 pixel{in[3 * x], in[3 * x + 1], in[3 * x + 2]};
             lookup->Transform(pixel, pixel);
             out[x] = byteOf(pixel, component);
@@ -59,8 +60,12 @@ short ClrSetComponent(ZROI<ZBW8>* src, ZROI<ZC24>* dst, unsigned int component)
     SeparateSource separate;
     if (!separate.forPoints(from, 1, to, 3))
         return frame.trace();
-    for (std::ptrdiff_t y = 0; y < from.height; ++y)
-        for (std::ptrdiff_t x = 0; x < from.width; ++x)
-            to.data[y * to.pitch + 3 * x + 2 - static_cast<int>(component)] = from.data[y * from.pitch + x];
+    const std::ptrdiff_t byte = 2 - static_cast<int>(component), width = from.width;
+    for (std::ptrdiff_t y = 0; y < from.height; ++y) {
+        const std::uint8_t* in = from.data + y * from.pitch;
+        std::uint8_t* out = to.data + y * to.pitch + byte;
+        for (std::ptrdiff_t x = 0; x < width; ++x)
+            out[3 * x] = in[x];
+    }
     return frame.finish();
 }

@@ -11,6 +11,7 @@ inline void store(std::uint8_t* p, Bytes b) { _mm256_storeu_si256(reinterpret_ca
 inline void stream(std::uint8_t* p, Bytes b) { _mm256_stream_si256(reinterpret_cast<__m256i*>(p), b.r); }
 inline Ints loadInts(const std::uint32_t* p) { return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))}; }
 inline Words loadWords(const std::uint16_t* p) { return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p))}; }
+inline void store(std::uint32_t* p, Ints i) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), i.r); }
 inline void store(std::uint16_t* p, Words w) { _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), w.r); }
 
 inline Bytes broadcast(std::uint8_t value) { return {_mm256_set1_epi8(static_cast<char>(value))}; }
@@ -52,9 +53,13 @@ inline Ints operator+(Ints a, Ints b) { return {_mm256_add_epi32(a.r, b.r)}; }
 inline Ints operator-(Ints a, Ints b) { return {_mm256_sub_epi32(a.r, b.r)}; }
 inline Ints operator*(Ints a, Ints b) { return {_mm256_mullo_epi32(a.r, b.r)}; }
 inline Ints shiftRight(Ints a, int count) { return {_mm256_srl_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+inline Ints shiftRightSigned(Ints a, int count) { return {_mm256_sra_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+inline Ints shiftLeft(Ints a, int count) { return {_mm256_sll_epi32(a.r, _mm_cvtsi32_si128(count))}; }
 
 inline Ints equal(Ints a, Ints b) { return {_mm256_cmpeq_epi32(a.r, b.r)}; }
 inline Ints operator&(Ints a, Ints b) { return {_mm256_and_si256(a.r, b.r)}; }
+inline Ints operator|(Ints a, Ints b) { return {_mm256_or_si256(a.r, b.r)}; }
+inline Ints operator^(Ints a, Ints b) { return {_mm256_xor_si256(a.r, b.r)}; }
 
 inline Floats broadcastFloat(float value) { return {_mm256_set1_ps(value)}; }
 inline Floats operator+(Floats a, Floats b) { return {_mm256_add_ps(a.r, b.r)}; }
@@ -136,6 +141,21 @@ inline TwoWords widenInOrder(Bytes a)
             {_mm256_cvtepu8_epi16(_mm256_extracti128_si256(a.r, 1))}};
 }
 inline Bytes narrowInOrder(TwoWords a) { return {_mm256_permute4x64_epi64(narrow(a).r, _MM_SHUFFLE(3, 1, 2, 0))}; }
+
+// Signed numbers one after the other in memory as bytes, with saturation to 0..255.
+inline Bytes narrowInOrder(TwoInts a, TwoInts b)
+{
+    const Bytes mixed = narrow(TwoWords{narrowSigned(a), narrowSigned(b)});
+    return {_mm256_permutevar8x32_epi32(mixed.r, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))};
+}
+
+// The bytes from the last to the first.
+inline Bytes reversed(Bytes a)
+{
+    const __m256i back =
+        _mm256_broadcastsi128_si256(_mm_setr_epi8(15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0));
+    return {_mm256_permute4x64_epi64(_mm256_shuffle_epi8(a.r, back), _MM_SHUFFLE(1, 0, 3, 2))};
+}
 
 // The bytes at even and at odd places as words, and back (from words up to 255).
 inline Words evenBytes(Bytes a) { return {_mm256_and_si256(a.r, _mm256_set1_epi16(255))}; }
@@ -267,13 +287,6 @@ inline Interleaved putTogether(Components c)
 
 // Every lane shifted by its own count.
 inline Ints shiftRight(Ints a, Ints counts) { return {_mm256_srlv_epi32(a.r, counts.r)}; }
-
-// Signed numbers one after the other in memory as bytes, with saturation to 0..255.
-inline Bytes narrowInOrder(TwoInts a, TwoInts b)
-{
-    const Bytes mixed = narrow(TwoWords{narrowSigned(a), narrowSigned(b)});
-    return {_mm256_permutevar8x32_epi32(mixed.r, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7))};
-}
 
 }  // namespace
 }  // namespace zkit::ZKIT_SET

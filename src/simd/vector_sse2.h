@@ -10,6 +10,8 @@ inline Bytes load(const std::uint8_t* p) { return {_mm_loadu_si128(reinterpret_c
 inline void store(std::uint8_t* p, Bytes b) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), b.r); }
 inline void stream(std::uint8_t* p, Bytes b) { _mm_stream_si128(reinterpret_cast<__m128i*>(p), b.r); }
 inline Words loadWords(const std::uint16_t* p) { return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))}; }
+inline Ints loadInts(const std::uint32_t* p) { return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))}; }
+inline void store(std::uint32_t* p, Ints i) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), i.r); }
 inline void store(std::uint16_t* p, Words w) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), w.r); }
 
 inline Bytes broadcast(std::uint8_t value) { return {_mm_set1_epi8(static_cast<char>(value))}; }
@@ -57,9 +59,13 @@ inline Ints operator*(Ints a, Ints b)
                                _mm_shuffle_epi32(odd, _MM_SHUFFLE(0, 0, 2, 0)))};
 }
 inline Ints shiftRight(Ints a, int count) { return {_mm_srl_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+inline Ints shiftRightSigned(Ints a, int count) { return {_mm_sra_epi32(a.r, _mm_cvtsi32_si128(count))}; }
+inline Ints shiftLeft(Ints a, int count) { return {_mm_sll_epi32(a.r, _mm_cvtsi32_si128(count))}; }
 
 inline Ints equal(Ints a, Ints b) { return {_mm_cmpeq_epi32(a.r, b.r)}; }
 inline Ints operator&(Ints a, Ints b) { return {_mm_and_si128(a.r, b.r)}; }
+inline Ints operator|(Ints a, Ints b) { return {_mm_or_si128(a.r, b.r)}; }
+inline Ints operator^(Ints a, Ints b) { return {_mm_xor_si128(a.r, b.r)}; }
 
 inline Floats broadcastFloat(float value) { return {_mm_set1_ps(value)}; }
 inline Floats operator+(Floats a, Floats b) { return {_mm_add_ps(a.r, b.r)}; }
@@ -129,6 +135,14 @@ inline Words narrowSigned(TwoInts a) { return {_mm_packs_epi32(a.low.r, a.high.r
 inline Bytes narrow(TwoWords a) { return {_mm_packus_epi16(a.low.r, a.high.r)}; }
 inline TwoWords widenInOrder(Bytes a) { return widen(a); }
 inline Bytes narrowInOrder(TwoWords a) { return narrow(a); }
+inline Bytes narrowInOrder(TwoInts a, TwoInts b) { return narrow(TwoWords{narrowSigned(a), narrowSigned(b)}); }
+
+inline Bytes reversed(Bytes a)
+{
+    const __m128i pairs = _mm_or_si128(_mm_slli_epi16(a.r, 8), _mm_srli_epi16(a.r, 8));
+    const __m128i low = _mm_shufflelo_epi16(pairs, _MM_SHUFFLE(0, 1, 2, 3));
+    return {_mm_shuffle_epi32(_mm_shufflehi_epi16(low, _MM_SHUFFLE(0, 1, 2, 3)), _MM_SHUFFLE(1, 0, 3, 2))};
+}
 
 inline Words evenBytes(Bytes a) { return {_mm_and_si128(a.r, _mm_set1_epi16(255))}; }
 inline Words oddBytes(Bytes a) { return {_mm_srli_epi16(a.r, 8)}; }

@@ -90,6 +90,12 @@ const std::vector<Row<ZBW8>> greyOperations = {
     {"ImgProjectOnAColumn (ZBW32Vector)", [](auto roi) { ImgProjectOnAColumn(roi, &sums); }},
     {"ImgProjectOnARow (ZVector)", [](auto roi) { ImgProjectOnARow(roi, &untyped); }},
     {"ImgProjectOnAColumn", [](auto roi) { ImgProjectOnAColumn(roi, &untyped); }},
+    {"ImgScaleRotate", [](auto roi) { ImgScaleRotate(roi, 0, 0, 0, 0, 1, 1, 0, roi, 0); }},
+    {"ImgScaleRotate", [](auto roi) { ImgRegister(roi, roi, 0, 0, 0, 0, 0); }},
+    {"ImgScaleRotate", [](auto roi) { ImgRegister(roi, roi, 0, 0, 1, 1, 0, 0, 1, 1, 0, 1); }},
+    {"ImgShrink", [](auto roi) { ImgShrink(roi, roi); }},
+    {"ImgVerticalMirror (gray-level)", [](auto roi) { ImgVerticalMirror(roi); }},
+    {"ImgHorizontalMirror (gray-level)", [](auto roi) { ImgHorizontalMirror(roi); }},
 };
 
 const std::vector<Row<ZBW16>> wideOperations = {
@@ -124,6 +130,11 @@ const std::vector<Row<ZC24>> colourOperations = {
     {"ImgOper (C24 Image, Image to Image)", [](auto roi) { ImgOper(ARITH_LOGIC_ADD, roi, roi, roi); }},
     {"ImgConvert (C24 to BW8)", [](auto roi) { ImgConvert(roi, beside<ZBW8>(roi)); }},
     {"ImgConvolLowpass3 (C24)", [](auto roi) { ImgConvolLowpass3(roi, roi); }},
+    {"ImgScaleRotate (C24)", [](auto roi) { ImgScaleRotate(roi, 0, 0, 0, 0, 1, 1, 0, roi, 0); }},
+    {"ImgScaleRotate (C24)", [](auto roi) { ImgRegister(roi, roi, 0, 0, 0, 0, 0); }},
+    {"ImgScaleRotate (C24)", [](auto roi) { ImgRegister(roi, roi, 0, 0, 1, 1, 0, 0, 1, 1, 0, 1); }},
+    {"ImgShrink (C24)", [](auto roi) { ImgShrink(roi, roi); }},
+    {"ImgVerticalMirror (color)", [](auto roi) { ImgVerticalMirror(roi); }},
 };
 
 // Operations that run while an error is pending.

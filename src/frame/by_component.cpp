@@ -1,0 +1,78 @@
+#include "frame/by_component.h"
+
+#include "frame/call_frame.h"
+#include "frame/checks.h"
+#include "frame/overlap.h"
+#include "frame/planes.h"
+#include "zkit/color.h"
+
+#include <algorithm>
+
+namespace zkit {
+
+namespace {
+
+// A grey region of its own, as large as another one, which may have no pixels.
+class WorkingRegion {
+public:
+    explicit WorkingRegion(const ZGenericROI* like)
+        : image_(std::max(like->GetWidth(), 1), std::max(like->GetHeight(), 1)),
+          region_(&image_, 0, 0, like->GetWidth(), like->GetHeight())
+    {
+    }
+
+    // Whether there was memory for it; the image has raised 1303 otherwise.
+    bool exists() const { return image_.GetPixelPtr(0, 0) != nullptr; }
+
+    ZROI<ZBW8>* get() { return &region_; }
+
+private:
+    ZImage<ZBW8> image_;
+    ZROI<ZBW8> region_;
+};
+
+// The source itself, or a copy where writing one component of the destination could change another one of the source.
+class ColourSource {
+public:
+    bool separate(ZROI<ZC24>* src, const ZROI<ZC24>* dst)
+    {
+        const Source original = source(src);
+        Source plane = original;
+        if (!copy_.forPoints(plane, 3, target(dst), 3))
+            return false;
+        region_ = src;
+        if (plane.data != original.data) {
+            image_.Attach(const_cast<std::uint8_t*>(plane.data), src->GetWidth(), src->GetHeight(),
+                          static_cast<int>(plane.pitch));
+            region_ = &image_;
+        }
+        return true;
+    }
+
+    ZROI<ZC24>* get() const { return region_; }
+
+private:
+    SeparateSource copy_;
+    ZImage<ZC24> image_;
+    ZROI<ZC24>* region_ = nullptr;
+};
+
+}  // namespace
+
+void byComponent(const char* name, ZROI<ZC24>* src, ZROI<ZC24>* dst, const ComponentOperation& operation)
+{
+    const CallFrame frame(name);
+    ColourSource from;
+    if (frame.clear() && placed(src) && placed(dst) && from.separate(src, dst)) {
+        WorkingRegion in(src), out(dst);
+        const auto done = [&](int component) {
+            const auto number = static_cast<unsigned>(component);
+            return ClrGetComponent(from.get(), in.get(), number, nullptr) == Z_OK &&
+                   operation(in.get(), out.get(), component) == Z_OK && ClrSetComponent(out.get(), dst, number) == Z_OK;
+        };
+        static_cast<void>(in.exists() && out.exists() && done(0) && done(1) && done(2));
+    }
+    frame.finish();
+}
+
+}  // namespace zkit
