@@ -186,6 +186,58 @@ void projectOnAColumn(Scene& scene)
     ImgProjectOnAColumn(scene.grey(), &sums);
 }
 
+// A histogram with pixels of every level.
+struct AllLevels {
+    ZBW8HistogramVector typed{256};
+    ZVector untyped{2};
+
+    AllLevels()
+    {
+        for (unsigned int level = 0; level < 256; ++level)
+            typed.AddElement(static_cast<unsigned int*>(untyped.GetDataPtr())[level] = 1000 + level * 37 % 256);
+    }
+};
+
+template <IMG_THRESHOLD_MODES mode>
+void histogramThreshold(Scene&)
+{
+    static AllLevels histogram;
+    auto threshold = static_cast<unsigned int>(mode);
+    float lowMean, highMean;
+    ImgHistogramThreshold(&histogram.typed, threshold, lowMean, highMean, 0.5f, 0, 255);
+}
+
+void isodataThreshold(Scene&)
+{
+    static AllLevels histogram;
+    ImgIsodataThreshold(&histogram.typed, 0, 255);
+}
+
+void isodataThresholdUntyped(Scene&)
+{
+    static AllLevels histogram;
+    ImgIsodataThreshold(&histogram.untyped, 0, 255);
+}
+
+void minResidueThreshold(Scene&)
+{
+    static AllLevels histogram;
+    float lowMean, highMean;
+    ImgMinResidueThreshold(&histogram.typed, lowMean, highMean);
+}
+
+void maxEntropyThreshold(Scene&)
+{
+    static AllLevels histogram;
+    float lowMean, highMean;
+    ImgMaxEntropyThreshold(&histogram.typed, lowMean, highMean);
+}
+
+void autoAdaptiveThreshold(Scene& scene)
+{
+    ImgAutoAdaptiveThreshold(scene.grey(), scene.greyResult(), IMG_THRESHOLD_ISODATA, 100, 0);
+}
+
 constexpr Operation table[] = {
     {"ImgPixelMin", "BW8", 1, 0, pixelMin},
     {"ImgPixelMax", "BW8", 1, 0, pixelMax},
@@ -222,6 +274,13 @@ constexpr Operation table[] = {
     {"ImgAnalyseHistogram", "no pixels", 0, 0, analyseHistogram},
     {"ImgProjectOnARow", "BW8", 1, 0, projectOnARow},
     {"ImgProjectOnAColumn", "BW8", 1, 0, projectOnAColumn},
+    {"ImgAutoAdaptiveThreshold", "BW8", 1, 1, autoAdaptiveThreshold},
+    {"ImgHistogramThreshold", "no pixels, isodata", 0, 0, histogramThreshold<IMG_THRESHOLD_ISODATA>},
+    {"ImgHistogramThreshold", "no pixels, entropy", 0, 0, histogramThreshold<IMG_THRESHOLD_MAX_ENTROPY>},
+    {"ImgIsodataThreshold", "no pixels", 0, 0, isodataThreshold},
+    {"ImgIsodataThreshold", "no pixels, untyped", 0, 0, isodataThresholdUntyped},
+    {"ImgMinResidueThreshold", "no pixels", 0, 0, minResidueThreshold},
+    {"ImgMaxEntropyThreshold", "no pixels", 0, 0, maxEntropyThreshold},
 };
 
 }  // namespace

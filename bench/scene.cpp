@@ -90,6 +90,13 @@ void drawMask(ZImage<ZBW8>& image, ZImage<ZBW8>& grey)
             row(image, y)[x] = row(grey, y)[x] > bright ? 255 : 0;
 }
 
+void drawBits(ZImage<ZBW1>& image, ZImage<ZBW8>& grey)
+{
+    for (int y = 0; y < image.GetHeight(); ++y)
+        for (int x = 0; x < image.GetWidth(); ++x)
+            image.SetPixel({row(grey, y)[x] > bright}, x, y);
+}
+
 void drawColor(ZImage<ZC24>& image, ZImage<ZBW8>& grey)
 {
     for (int y = 0; y < image.GetHeight(); ++y)
@@ -123,10 +130,11 @@ ZImage<T>* Scene::current(Ring<T>& ring, Draw draw)
     if (ring.empty()) {
         ring.push_back(std::make_unique<ZImage<T>>(size_.width, size_.height));
         draw(*ring[0]);
+        const auto rowBytes = (std::size_t(size_.width) * zkit::bitsPerPixel<T> + 7) / 8;
         for (std::size_t copies = copiesInTurn(*ring[0]); ring.size() < copies;) {
             ring.push_back(std::make_unique<ZImage<T>>(size_.width, size_.height));
             for (int y = 0; y < size_.height; ++y)
-                std::memcpy(row(*ring.back(), y), row(*ring[0], y), sizeof(T) * std::size_t(size_.width));
+                std::memcpy(row(*ring.back(), y), row(*ring[0], y), rowBytes);
         }
     }
     return ring[turn_ % ring.size()].get();
@@ -150,6 +158,16 @@ ZImage<ZBW8>* Scene::dark()
 ZImage<ZBW8>* Scene::mask()
 {
     return current(mask_, [this](auto& image) { drawMask(image, *grey()); });
+}
+
+ZImage<ZBW1>* Scene::bits()
+{
+    return current(bits_, [this](auto& image) { drawBits(image, *grey()); });
+}
+
+ZImage<ZBW1>* Scene::bitsResult()
+{
+    return current(bitsResult_, [this](auto& image) { drawBits(image, *greyReference()); });
 }
 
 ZImage<ZBW8>* Scene::greyResult()

@@ -38,6 +38,8 @@ public:
     ZImage<ZBW8>* greyReference();  ///< the same parts with other noise
     ZImage<ZBW8>* dark();           ///< the noise without light, darker than every other image
     ZImage<ZBW8>* mask();           ///< 255 where grey() is bright, else 0
+    ZImage<ZBW1>* bits();           ///< mask() with a bit a pixel
+    ZImage<ZBW1>* bitsResult();
     ZImage<ZBW8>* greyResult();
     ZImage<ZBW16>* greySum();  ///< the sum of `summedImages` references
     ZImage<ZBW16>* grey16Result();
@@ -57,6 +59,7 @@ private:
     Size size_;
     std::size_t turn_ = 0;
     Ring<ZBW8> grey_, greyReference_, dark_, mask_, greyResult_;
+    Ring<ZBW1> bits_, bitsResult_;
     Ring<ZBW16> greySum_, grey16Result_;
     Ring<ZC24> color_, colorReference_, colorResult_;
 };

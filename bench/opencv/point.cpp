@@ -48,6 +48,19 @@ void uniformizeLightAndDark(Scene& scene)
     cv::add(result, cv::Scalar(darkLevel), result);
 }
 
+void threshold(Scene& scene) { cv::threshold(grey(scene), greyResult(scene), high - 1, 255, cv::THRESH_BINARY); }
+
+// It knows one automatic mode of these, the least residue.
+void chosenThreshold(Scene& scene)
+{
+    cv::threshold(grey(scene), greyResult(scene), 0, 255, cv::THRESH_BINARY | cv::THRESH_OTSU);
+}
+
+void colorRange(Scene& scene)
+{
+    cv::inRange(color(scene), cv::Scalar(0, low, 0), cv::Scalar(high, high, 255), greyResult(scene));
+}
+
 void narrow(Scene& scene) { greySum(scene).convertTo(greyResult(scene), CV_8U, 1.0 / (1 << shift)); }
 
 void widen(Scene& scene) { grey(scene).convertTo(grey16Result(scene), CV_16U, 1 << shift); }
@@ -70,6 +83,13 @@ constexpr Peer table[] = {
     {"ImgGainOffset", "C24", gainOffsetColor},
     {"ImgUniformize", "BW8 light", uniformize},
     {"ImgUniformize", "BW8 light, dark", uniformizeLightAndDark},
+    {"ImgThreshold", "BW8", threshold},
+    {"ImgThreshold", "BW8 isodata", chosenThreshold},
+    {"ImgThreshold", "BW8 entropy", chosenThreshold},
+    {"ImgThreshold", "BW8 residue", chosenThreshold},
+    {"ImgThreshold", "BW8 relative", chosenThreshold},
+    {"ImgThreshold", "C24", colorRange},
+    {"ImgDoubleThreshold", "BW8", threshold},
     {"ImgConvert", "BW16 to BW8", narrow},
     {"ImgConvert", "BW8 to BW16", widen},
     {"ImgConvert", "BW8 to C24", greyToColor},

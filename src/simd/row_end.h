@@ -40,12 +40,38 @@ inline Components loadFirstInterleaved(const std::uint8_t* p, std::ptrdiff_t cou
     return loadInterleaved(padFirst(padded, p, count));
 }
 
+// `count` bits from bit `first` of a row on, at most Bytes::lanes of them, as spreadBits takes them. No byte beyond
+// theirs is read.
+[[gnu::always_inline]] inline std::uint32_t loadBits(const std::uint8_t* row, std::ptrdiff_t first,
+                                                     std::ptrdiff_t count)
+{
+    const std::ptrdiff_t before = first & 7, whole = (count + 7) >> 3;
+    const std::uint8_t* p = row + (first >> 3);
+    const std::ptrdiff_t bytes = (before + count + 7) >> 3;
+    std::uint32_t bits = 0;
+    __builtin_memcpy(&bits, p, static_cast<std::size_t>(whole < bytes ? whole : bytes));
+    if (before == 0 || count == 0)
+        return bits;
+    // The bits of a byte move up, and the first ones of the next byte follow.
+    const std::uint32_t up = 0x01010101U * (0xFFU << before & 0xFFU);
+    const std::uint32_t next = bytes > whole ? static_cast<std::uint32_t>(p[whole]) << 8 * (whole - 1) : 0;
+    const std::uint32_t following = bits >> 8 | next;
+    return (bits << before & up) | (following >> (8 - before) & ~up);
+}
+
 // Takes Bytes::lanes pixels from column x on out of rows.
 struct WholeVector {
     std::ptrdiff_t x;
 
     Bytes bytes(const std::uint8_t* row) const { return load(row + x); }
     TwoWords words(const std::uint8_t* row) const { return loadTwoWords(row + 2 * x); }
+    Bytes bits(const std::uint8_t* row, int position) const
+    {
+        return spreadBits(loadBits(row, position + x, Bytes::lanes));
+    }
+
+    // The same where they are whole bytes.
+    Bytes bitBytes(const std::uint8_t* row) const { return spreadBits(loadBits(row, x & -8, Bytes::lanes)); }
     Components interleaved(const std::uint8_t* row) const { return loadInterleaved(row + 3 * x); }
 
     // The address of colour pixels; `padded` is for those of rows that are too short.
@@ -86,6 +112,13 @@ public:
         __builtin_memcpy(pixels, row, static_cast<std::size_t>(2 * left_));
         return loadTwoWords(pixels);
     }
+
+    Bytes bits(const std::uint8_t* row, int position) const
+    {
+        return spreadBits(loadBits(row, position + start(), wide_ ? Bytes::lanes : left_));
+    }
+
+    Bytes bitBytes(const std::uint8_t* row) const { return bits(row, 0); }
 
     Components interleaved(const std::uint8_t* row) const
     {

@@ -78,6 +78,22 @@ inline Longs operator+(Longs a, Longs b) { return {_mm256_add_epi64(a.r, b.r)}; 
 // Whether any bit is set.
 inline bool hasBits(Bytes a) { return !_mm256_testz_si256(a.r, a.r); }
 
+// Bit 7 of every lane: those of eight neighbours make a byte, the first one its most significant bit, and the bytes lie
+// in memory in the order of the lanes. And back: all bits set in the lanes whose bit is set.
+inline std::uint32_t packBits(Bytes a)
+{
+    const __m256i reversed = _mm256_set1_epi64x(0x0001020304050607);
+    const __m256i order = _mm256_or_si256(reversed, _mm256_setr_epi64x(0, 0x0808080808080808, 0, 0x0808080808080808));
+    return static_cast<std::uint32_t>(_mm256_movemask_epi8(_mm256_shuffle_epi8(a.r, order)));
+}
+inline Bytes spreadBits(std::uint32_t bits)
+{
+    const __m256i bytes = _mm256_setr_epi64x(0, 0x0101010101010101, 0x0202020202020202, 0x0303030303030303);
+    const __m256i bit = _mm256_set1_epi64x(0x0102040810204080);
+    const __m256i spread = _mm256_shuffle_epi8(_mm256_set1_epi32(static_cast<int>(bits)), bytes);
+    return {_mm256_cmpeq_epi8(_mm256_and_si256(spread, bit), bit)};
+}
+
 // Sums of each eight neighbouring bytes.
 inline Longs sumsOfEight(Bytes a) { return {_mm256_sad_epu8(a.r, _mm256_setzero_si256())}; }
 

@@ -77,6 +77,19 @@ inline Ints toInts(Floats a) { return {_mm_cvttps_epi32(a.r)}; }
 
 inline bool hasBits(Bytes a) { return _mm_movemask_epi8(_mm_cmpeq_epi8(a.r, _mm_setzero_si128())) != 0xFFFF; }
 
+inline std::uint32_t packBits(Bytes a)
+{
+    const __m128i swapped = _mm_or_si128(_mm_slli_epi16(a.r, 8), _mm_srli_epi16(a.r, 8));
+    const __m128i low = _mm_shufflelo_epi16(swapped, _MM_SHUFFLE(0, 1, 2, 3));
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_shufflehi_epi16(low, _MM_SHUFFLE(0, 1, 2, 3))));
+}
+inline Bytes spreadBits(std::uint32_t bits)
+{
+    const __m128i two = _mm_cvtsi32_si128(static_cast<int>(bits)), words = _mm_unpacklo_epi8(two, two);
+    const __m128i ints = _mm_unpacklo_epi16(words, words), bit = _mm_set1_epi64x(0x0102040810204080);
+    return {_mm_cmpeq_epi8(_mm_and_si128(_mm_unpacklo_epi32(ints, ints), bit), bit)};
+}
+
 inline Longs operator+(Longs a, Longs b) { return {_mm_add_epi64(a.r, b.r)}; }
 inline Longs sumsOfEight(Bytes a) { return {_mm_sad_epu8(a.r, _mm_setzero_si128())}; }
 

@@ -26,9 +26,18 @@ struct Results {
 Results results;
 Results& r = results;
 ZVector table(3), untyped;
-ZBW8HistogramVector histogram;
-ZBW8Vector entries;
 ZBW32Vector sums;
+ZBW8Vector entries;
+
+// 256 empty bins.
+struct NoPixels : ZBW8HistogramVector {
+    NoPixels() : ZBW8HistogramVector(256)
+    {
+        while (GetNumElements() < 256)
+            AddElement(0);
+    }
+};
+NoPixels histogram;
 
 // A usable region of another pixel type, as large as the given one.
 template <class T>
@@ -67,6 +76,12 @@ const std::vector<Row<ZBW8>> greyOperations = {
      }},
     {"ImgUniformize (light background)", [](auto roi) { ImgUniformize(roi, 1, roi, roi); }},
     {"ImgUniformize (light/dark background)", [](auto roi) { ImgUniformize(roi, 1, roi, 0, roi, roi); }},
+    {"ImgThreshold", [](auto roi) { ImgThreshold(roi, roi, 9, 0, 255, 0); }},
+    {"ImgThreshold (BW8 to BW1)", [](auto roi) { ImgThreshold(roi, beside<ZBW1>(roi), 9); }},
+    {"ImgThreshold (BW1 to BW8)", [](auto roi) { ImgThreshold(beside<ZBW1>(roi), roi, 0, 255); }},
+    {"ImgDoubleThreshold (BW8 to BW8)", [](auto roi) { ImgDoubleThreshold(roi, roi, 1, 2, 3, 4, 5); }},
+    {"ImgHistogram", [](auto roi) { ImgAutoThreshold(roi, IMG_THRESHOLD_ISODATA, 0); }},  // it has no name of its own
+    {"ImgAutoAdaptiveThreshold", [](auto roi) { ImgAutoAdaptiveThreshold(roi, roi, IMG_THRESHOLD_ISODATA, 4, 0); }},
     {"ImgOper1c2", [](auto roi) { ImgOper1c2(ARITH_LOGIC_ADD, roi, 1, roi); }},
     {"ImgOper123", [](auto roi) { ImgOper123(ARITH_LOGIC_ADD, roi, roi, roi); }},
     {"ImgOper (BW8 Const to Image)", [](auto roi) { ImgOper(ARITH_LOGIC_COPY, 1, roi); }},
@@ -109,6 +124,9 @@ const std::vector<Row<ZBW8>> vectorOperations = {
     {"ImgAnalyseHistogram", [](auto) { ImgAnalyseHistogram(&histogram, IMG_HISTOGRAM_PIXEL_COUNT, 0, 255); }},
     {"ImgAnalyseHistogram", [](auto) { ImgAnalyseHistogram(&untyped, 0, 255, 6, r.between); }},
     {"ImgAnalyseHistogram", [](auto) { ImgAnalyseHistogram(&untyped, 0, 255, 7, r.f0); }},
+    {"ImgHistogramThreshold",
+     [threshold = 9U](auto) mutable { ImgHistogramThreshold(&histogram, threshold, r.f0, r.f1, 0, 0, 255); }},
+    {"ImgIsodataThreshold (ZVector)", [](auto) { ImgIsodataThreshold(&untyped, 0, 255); }},
 };
 
 const std::vector<Row<ZC24>> colourOperations = {
@@ -129,6 +147,7 @@ const std::vector<Row<ZC24>> colourOperations = {
     {"ImgOper (C24 Image, Const to Image)", [](auto roi) { ImgOper(ARITH_LOGIC_ADD, roi, ZC24{}, roi); }},
     {"ImgOper (C24 Image, Image to Image)", [](auto roi) { ImgOper(ARITH_LOGIC_ADD, roi, roi, roi); }},
     {"ImgConvert (C24 to BW8)", [](auto roi) { ImgConvert(roi, beside<ZBW8>(roi)); }},
+    {"ImgThreshold (C24)", [](auto roi) { ImgThreshold(roi, beside<ZBW8>(roi), {}, {}, nullptr, 1, 2); }},
     {"ImgConvolLowpass3 (C24)", [](auto roi) { ImgConvolLowpass3(roi, roi); }},
     {"ImgScaleRotate (C24)", [](auto roi) { ImgScaleRotate(roi, 0, 0, 0, 0, 1, 1, 0, roi, 0); }},
     {"ImgScaleRotate (C24)", [](auto roi) { ImgRegister(roi, roi, 0, 0, 0, 0, 0); }},
@@ -213,6 +232,15 @@ TEST_F(ContractTest, a_pending_error_stops_operations)
     expectStoppedByPendingError(colourOperations);
     expectStoppedByPendingError(wideOperations);
     expectStoppedByPendingError(vectorOperations);
+}
+
+TEST_F(ContractTest, some_do_not_look_at_a_pending_error)
+{
+    ZSetError(Z_ERROR_BAD_MODE);
+    EXPECT_EQ(ImgIsodataThreshold(&histogram, 0, 255), 128);
+    EXPECT_EQ(ImgMinResidueThreshold(&histogram, r.f0, r.f1), 0);
+    EXPECT_EQ(ImgMaxEntropyThreshold(&histogram, r.f0, r.f1), 0);
+    EXPECT_FAILURE(1009);
 }
 
 TEST_F(ContractTest, operations_succeed_silently)

@@ -2,6 +2,7 @@
 #include "point/convert_workers.h"
 #include "point/gain_offset_workers.h"
 #include "point/lut_workers.h"
+#include "point/threshold_workers.h"
 #include "point/uniformize_workers.h"
 #include "support/workers.h"
 
@@ -176,6 +177,48 @@ TEST(PointWorkers, lut)
         Pixels plain(rows.first), packed(plain);
         LutWorkers::plain.row(plain.row(), plain.row(), width, table.row(), Stores::cached);
         set.workers->row(packed.row(), packed.row(), width, table.row(), Stores::cached);
+        EXPECT_EQ(packed.all(), plain.all());
+    });
+}
+
+TEST(PointWorkers, thresholds)
+{
+    forAwkwardRowsOfSets<ThresholdWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        const auto level = [&] {
+            return static_cast<std::uint8_t>(random(0, 2) ? random(0, 255) : 255 * random(0, 1));
+        };
+        const std::uint8_t threshold = level(), low = level(), high = level();
+        const DoubleThreshold levels{level(), level(), low, level(), high};
+        const ColourRange range{{level(), 0, level()}, {level(), level(), 255}, low, high};
+        const Rows rows(random, kind, width, 1, 1), colours(random, kind, width, 3, 1);
+        rows.compare(set, [&](const auto& workers, auto dst, Stores stores) {
+            workers.grey(rows.first.row(), dst, width, threshold, low, high, stores);
+        });
+        rows.compare(set, [&](const auto& workers, auto dst, Stores stores) {
+            workers.twice(rows.first.row(), dst, width, levels, stores);
+        });
+        colours.compare(set, [&](const auto& workers, auto dst, Stores stores) {
+            workers.colour(colours.first.row(), dst, width, range, stores);
+        });
+        Pixels plain(rows.first), packed(plain);
+        ThresholdWorkers::plain.grey(plain.row(), plain.row(), width, threshold, low, high, Stores::cached);
+        set.workers->grey(packed.row(), packed.row(), width, threshold, low, high, Stores::cached);
+        EXPECT_EQ(packed.all(), plain.all());
+    });
+}
+
+TEST(PointWorkers, thresholds_to_and_from_bits)
+{
+    forAwkwardRowsOfSets<ThresholdWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        const int position = random(0, 7), threshold = random(0, 9) ? random(0, 255) : 256;
+        const Pixels bits(random, kind, width > 0 ? (position + width + 7) / 8 : 0, 1);
+        const Rows rows(random, kind, width, 1, 1);
+        rows.compare(set, [&](const auto& workers, auto dst, Stores stores) {
+            workers.bitsToGrey(bits.row(), position, dst, width, 3, 250, stores);
+        });
+        Pixels plain(bits), packed(bits);
+        ThresholdWorkers::plain.greyToBits(rows.first.row(), plain.row(), position, width, threshold);
+        set.workers->greyToBits(rows.first.row(), packed.row(), position, width, threshold);
         EXPECT_EQ(packed.all(), plain.all());
     });
 }

@@ -12,6 +12,7 @@
 #include "zkit/core/roi.h"
 #include "zkit/core/vector.h"
 #include "zkit/export.h"
+#include "zkit/img/threshold_selection.h"
 #include "zkit/img/vectors.h"
 
 /// The smallest grey level; 255 for a region of no pixels.

@@ -1,8 +1,8 @@
 // Point operations: every destination pixel is a function of the source pixel at the same place.
 //
 // All of them work in place, and regions that overlap in any other way give the result of separate regions. No pixel
-// outside the destination region is written. Arithmetic between images has a header of its own, which this one
-// includes.
+// outside the destination region is written. Thresholds, and arithmetic between images, have headers of their own,
+// which this one includes.
 #pragma once
 
 #include "zkit/core/error.h"
@@ -10,6 +10,7 @@
 #include "zkit/core/vector.h"
 #include "zkit/export.h"
 #include "zkit/img/arithmetic.h"
+#include "zkit/img/threshold.h"
 #include "zkit/img/vectors.h"
 
 /// Applies a table: dst(x, y) = table[src(x, y)].
