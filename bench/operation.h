@@ -20,9 +20,9 @@ inline constexpr unsigned char lightLevel = 200;
 inline constexpr unsigned char darkLevel = 10;
 inline constexpr unsigned int shift = 4;  ///< the sum of summedImages becomes their average
 inline constexpr unsigned int highBitOfSum = 11;
-inline constexpr float rotation = 15.f;   ///< degrees
-inline constexpr float scale = 1.1f;
-inline constexpr float reduction = 3.3f;
+inline constexpr float rotation = 15.F;  ///< degrees
+inline constexpr float scale = 1.1F;
+inline constexpr float reduction = 3.3F;
 
 /// Entry of the look-up table; its values matter to nobody.
 constexpr unsigned char tableEntry(int level) { return static_cast<unsigned char>(level * 167 + 13); }
