@@ -34,12 +34,15 @@ inline Words quotient(Words a, Words b)
     return throughFloats([](Floats n, Floats d) { return toInts(n / d); }, a, b);
 }
 
-// An approximate reciprocal will do for bytes: with 4 / 10000 added it is never less than 1 / b, and exceeds it by less
-// than a 1000th, so that no quotient reaches the next whole number.
+// An approximate reciprocal will do for bytes: with 0.5 added to the dividend every quotient is at least 0.5 / b away
+// from whole numbers, and wrong by less than 0.1 / b.
 inline Bytes quotient(Bytes a, Bytes b)
 {
-    const Floats more = broadcastFloat(1.0004F);
-    return throughFloats([more](Floats n, Floats d) { return toInts(n * more * reciprocal(d)); }, a, b);
+    const auto ofWords = [](Words dividends, Words divisors) {
+        const TwoFloats n = toFloats(dividends, 0.5F), d = toFloats(divisors);
+        return narrowSigned(TwoInts{toInts(n.low * reciprocal(d.low)), toInts(n.high * reciprocal(d.high))});
+    };
+    return narrow(TwoWords{ofWords(widen(a).low, widen(b).low), ofWords(widen(a).high, widen(b).high)});
 }
 
 // What a / b leaves over.

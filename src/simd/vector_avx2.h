@@ -120,13 +120,13 @@ inline TwoWords widen(Bytes a)
     return {{_mm256_unpacklo_epi8(a.r, zero)}, {_mm256_unpackhi_epi8(a.r, zero)}};
 }
 
-// The words as floats: below the exponent of 2^23 they are its last bits. Integers back to words with saturation to
-// 0..65535 or to the range of signed words; signed words back to bytes with saturation to 0..255. They undo each other,
-// whatever order of the lanes lies between.
-inline TwoFloats toFloats(Words a)
+// The words as floats, plus 0 or 0.5: below the exponent of 2^23 they are its last bits. Integers back to words with
+// saturation to 0..65535 or to the range of signed words; signed words back to bytes with saturation to 0..255. They
+// undo each other, whatever order of the lanes lies between.
+inline TwoFloats toFloats(Words a, float more = 0)
 {
     const __m256i exponent = _mm256_set1_epi16(0x4B00);
-    const __m256 offset = _mm256_set1_ps(8388608);
+    const __m256 offset = _mm256_set1_ps(8388608 - more);
     return {{_mm256_sub_ps(_mm256_castsi256_ps(_mm256_unpacklo_epi16(a.r, exponent)), offset)},
             {_mm256_sub_ps(_mm256_castsi256_ps(_mm256_unpackhi_epi16(a.r, exponent)), offset)}};
 }

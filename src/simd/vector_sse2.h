@@ -116,10 +116,10 @@ inline TwoWords widen(Bytes a)
     return {{_mm_unpacklo_epi8(a.r, zero)}, {_mm_unpackhi_epi8(a.r, zero)}};
 }
 
-inline TwoFloats toFloats(Words a)
+inline TwoFloats toFloats(Words a, float more = 0)
 {
     const __m128i exponent = _mm_set1_epi16(0x4B00);
-    const __m128 offset = _mm_set1_ps(8388608);
+    const __m128 offset = _mm_set1_ps(8388608 - more);
     return {{_mm_sub_ps(_mm_castsi128_ps(_mm_unpacklo_epi16(a.r, exponent)), offset)},
             {_mm_sub_ps(_mm_castsi128_ps(_mm_unpackhi_epi16(a.r, exponent)), offset)}};
 }
