@@ -25,7 +25,7 @@ struct Line {
     std::int64_t beforeWrap(std::int64_t count) const
     {
         constexpr std::int64_t least = INT32_MIN, greatest = INT32_MAX;
-        if (at(count - 1) >= least && at(count - 1) <= greatest)
+        if (step == 0 || (at(count - 1) >= least && at(count - 1) <= greatest))
             return count;
         return step > 0 ? (greatest - start) / step + 1 : (start - least) / -step + 1;
     }

@@ -20,9 +20,9 @@ void twice(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, con
 void greyToBits(const std::uint8_t* src, std::uint8_t* dst, int position, std::ptrdiff_t count, int threshold)
 {
     for (std::ptrdiff_t i = 0; i < count; ++i) {
-        std::uint8_t& byte = dst[(position + i) / 8];
+        std::uint8_t* const byte = dst + (position + i) / 8;
         const int mask = 0x80 >> (position + i) % 8;
-        byte = static_cast<std::uint8_t>(src[i] >= threshold ? byte | mask : byte & ~mask);
+        *byte = static_cast<std::uint8_t>(src[i] >= threshold ? *byte | mask : *byte & ~mask);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "drawing/cairo_device.h"
 
 #include <cairo-svg.h>
-#include <cairo.h>
 
 #include <fstream>
 #include <string>

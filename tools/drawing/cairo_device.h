@@ -3,13 +3,12 @@
 
 #include "zkit/core/drawing.h"
 
+#include <cairo.h>
+
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
-
-using cairo_t = struct _cairo;
-using cairo_surface_t = struct _cairo_surface;
 
 namespace zkit::tool {
 
