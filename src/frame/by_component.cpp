@@ -59,7 +59,7 @@ private:
 
 }  // namespace
 
-void byComponent(const char* name, ZROI<ZC24>* src, ZROI<ZC24>* dst, const ComponentOperation& operation)
+void eachComponent(const char* name, ZROI<ZC24>* src, ZROI<ZC24>* dst, const ComponentOperation& operation)
 {
     const CallFrame frame(name);
     ColourSource from;

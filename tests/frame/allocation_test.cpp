@@ -118,6 +118,62 @@ const std::vector<Row> vectorOperations = {
      }},
 };
 
+const std::vector<Row> otherOperations = {
+    {"ImgHistogram",
+     {1303},
+     [] {
+         ZBW8HistogramVector histogram;
+         ImgHistogram(&grey.src, &histogram);
+     }},
+    {"ImgHistogram (ZBW16)",
+     {1303},
+     [] {
+         ZBW8HistogramVector histogram;
+         ImgHistogram(&wide.src, &histogram, 11, 8, 1);
+     }},
+    {"ImgHistogram (ZVector)",
+     {1303},
+     [] {
+         ZVector histogram;
+         ImgHistogram(&grey.src, &histogram);
+     }},
+    {"ImgSetupEqualize",
+     {1303},
+     [] {
+         ZVector histogram(2), equalizing;
+         if (ZGetError() == Z_OK)
+             ImgSetupEqualize(&histogram, &equalizing);
+     }},
+    {"ImgEqualize", {1303}, [] { ImgEqualize(&grey.src, &grey.dst); }},
+    {"ImgProjectOnARow",
+     {1303},
+     [] {
+         ZBW32Vector sums;
+         ImgProjectOnARow(&grey.src, &sums);
+     }},
+    {"ImgProjectOnAColumn",
+     {1303},
+     [] {
+         ZVector sums;
+         ImgProjectOnAColumn(&grey.src, &sums);
+     }},
+    {"ImgThreshold", {1303}, [] { ImgThreshold(&grey.src, &grey.dst, unsigned(IMG_THRESHOLD_ISODATA), 0, 255, 0.5F); }},
+    {"ImgDoubleThreshold", {1303}, [] { ImgDoubleThreshold(&grey.src, &grey.dst, 9, 99, 0, 1, 2); }},
+    {"ImgThreshold (C24)",
+     {1303},
+     [] {
+         ImgThreshold(&colour.src, over<ZBW8>(colour), {}, {9, 9, 9}, nullptr, 0, 1);
+     }},
+    {"ImgAutoThreshold", {1303}, [] { ImgAutoThreshold(&grey.src, IMG_THRESHOLD_MAX_ENTROPY, 0.5F); }},
+    {"ImgAutoAdaptiveThreshold",
+     {1303},
+     [] { ImgAutoAdaptiveThreshold(&grey.src, &grey.dst, IMG_THRESHOLD_ISODATA, 5, 5); }},
+    {"ImgScaleRotate", {1303}, [] { ImgScaleRotate(&grey.src, 0, 0, 0, 0, 1, 1, 20, &grey.dst, 8); }},
+    {"ImgScaleRotate (C24)", {1303}, [] { ImgScaleRotate(&colour.src, 0, 0, 0, 0, 1, 1, 20, &colour.dst, 0); }},
+    {"ImgShrink", {1303}, [] { ImgShrink(&grey.src, &grey.dst); }},
+    {"ImgShrink (C24)", {1303}, [] { ImgShrink(&colour.src, &colour.dst); }},
+};
+
 void expectAll(const std::vector<Row>& rows)
 {
     for (const Row& row : rows) {
@@ -137,6 +193,8 @@ protected:
 };
 
 TEST_F(AllocationTest, operations_on_images) { expectAll(imageOperations); }
+
+TEST_F(AllocationTest, histograms_thresholds_and_geometry) { expectAll(otherOperations); }
 
 TEST_F(AllocationTest, vectors)
 {
