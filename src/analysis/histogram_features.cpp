@@ -92,7 +92,7 @@ float averageValue(const Bins& bins, Range range)
 }
 
 // Of bins 0 to `to - from`, bin k standing for the value `to - k`. The sum of these values is that of the cumulative
-// counts of all bins but the last, formed in a float, and of the number of pixels times the last bin's value.
+// counts of all bins but the last, formed in a float, and of the number of pixels times `from`, in 32 bits.
 float standardDeviation(const Bins& bins, Range range)
 {
     const std::int64_t scanned = std::min<std::int64_t>(range.to - range.from + 1, bins.size);
@@ -108,8 +108,11 @@ float standardDeviation(const Bins& bins, Range range)
     }
     if (count == 0)
         return 0;
-    const auto lastValue = static_cast<std::uint32_t>(range.to - scanned + 1);
-    const double values = static_cast<double>(cumulative) + static_cast<std::int32_t>(count * lastValue);
+    const auto missing = static_cast<double>(range.to - range.from + 1 - scanned);
+    if (missing > 0)
+        cumulative = static_cast<float>(static_cast<double>(cumulative) + missing * count);
+    const auto timesFrom = static_cast<std::int32_t>(count * static_cast<std::uint32_t>(range.from));
+    const double values = static_cast<double>(cumulative) + timesFrom;
     const double mean = values / divisor(count);
     return static_cast<float>(std::sqrt(std::abs(squares / divisor(count) - mean * static_cast<float>(mean))));
 }

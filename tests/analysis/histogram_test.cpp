@@ -253,6 +253,9 @@ TEST_F(HistogramTest, histograms_that_cannot_be_analysed)
     EXPECT_EQ(whole, 3);  // the first that is missing
     EXPECT_EQ(ImgAnalyseHistogram(&small, 0, 9, IMG_HISTOGRAM_STANDARD_DEVIATION, fraction), 0);
     EXPECT_NEAR(fraction, 0.8164966, 1e-6);
+    std::fill_n(static_cast<unsigned*>(small.GetDataPtr()), 3, 10000000U);
+    EXPECT_EQ(ImgAnalyseHistogram(&small, 0, 300, IMG_HISTOGRAM_STANDARD_DEVIATION, fraction), 0);
+    EXPECT_NEAR(fraction, 0.8164966, 0.1);  // bins that are missing do not wrap the sums
 
     EXPECT_EQ(ImgAnalyseHistogram(&typed, IMG_HISTOGRAM_PIXEL_COUNT, 0, 9), 0);
     EXPECT_FAILURE(1613, "ImgAnalyseHistogram");
