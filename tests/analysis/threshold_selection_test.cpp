@@ -51,16 +51,19 @@ Selection select(ZBW8HistogramVector* hist, unsigned threshold, float relative =
 
 class ThresholdSelectionTest : public OperationTest {};
 
-constexpr unsigned comparing[] = {IMG_THRESHOLD_ISODATA + 0U, IMG_THRESHOLD_MAX_ENTROPY + 0U,
-                                  IMG_THRESHOLD_MIN_RESIDUE + 0U};
-constexpr unsigned relativeMode = IMG_THRESHOLD_RELATIVE + 0U;
+// The modes as they are passed in the place of a threshold.
+constexpr auto isodata = static_cast<unsigned>(IMG_THRESHOLD_ISODATA),
+               maxEntropy = static_cast<unsigned>(IMG_THRESHOLD_MAX_ENTROPY),
+               minResidue = static_cast<unsigned>(IMG_THRESHOLD_MIN_RESIDUE),
+               relativeMode = static_cast<unsigned>(IMG_THRESHOLD_RELATIVE);
+constexpr unsigned comparing[] = {isodata, maxEntropy, minResidue};
 
 TEST_F(ThresholdSelectionTest, of_equal_splits_the_lowest_wins)
 {
     Histogram twoLevels{{50, 100}, {200, 100}};
-    EXPECT_EQ(select(&twoLevels, IMG_THRESHOLD_MIN_RESIDUE), (Selection{51, 50, 200}));
-    EXPECT_EQ(select(&twoLevels, IMG_THRESHOLD_MAX_ENTROPY), (Selection{51, 50, 200}));
-    EXPECT_EQ(select(&twoLevels, IMG_THRESHOLD_ISODATA), (Selection{125, 50, 200}));
+    EXPECT_EQ(select(&twoLevels, minResidue), (Selection{51, 50, 200}));
+    EXPECT_EQ(select(&twoLevels, maxEntropy), (Selection{51, 50, 200}));
+    EXPECT_EQ(select(&twoLevels, isodata), (Selection{125, 50, 200}));
     Selection direct;
     direct.threshold = ImgMinResidueThreshold(&twoLevels, direct.lowMean, direct.highMean);
     EXPECT_EQ(direct, (Selection{51, 50, 200}));
@@ -72,10 +75,10 @@ TEST_F(ThresholdSelectionTest, of_equal_splits_the_lowest_wins)
 
     // The middle of 10 and 15 is as far from 12 as from 13.
     Histogram near{{10, 7}, {15, 7}};
-    EXPECT_EQ(select(&near, IMG_THRESHOLD_ISODATA).threshold, 12U);
+    EXPECT_EQ(select(&near, isodata).threshold, 12U);
     // The split at 102 is better by 10^4 in 4 10^11, which does not show in a float.
     Histogram large{{100, 40000000}, {101, 1}, {250, 1}};
-    EXPECT_EQ(select(&large, IMG_THRESHOLD_MIN_RESIDUE).threshold, 101U);
+    EXPECT_EQ(select(&large, minResidue).threshold, 101U);
 }
 
 TEST_F(ThresholdSelectionTest, three_levels_and_a_part_of_the_range)
@@ -83,9 +86,9 @@ TEST_F(ThresholdSelectionTest, three_levels_and_a_part_of_the_range)
     Histogram hist{{10, 4}, {11, 4}, {200, 8}, {255, 1000}};
     for (const unsigned mode : comparing) {
         const Selection selection = select(&hist, mode, 0, 5, 201);
-        EXPECT_EQ(selection, (Selection{mode == IMG_THRESHOLD_ISODATA + 0U ? 105U : 12U, 10.5F, 200}));
+        EXPECT_EQ(selection, (Selection{mode == isodata ? 105U : 12U, 10.5F, 200}));
         // 1 / 2 of three bins of 4, 4, 8: by residue and entropy the last one stands alone.
-        EXPECT_EQ(select(&hist, mode, 0, 11, 200).threshold, mode == IMG_THRESHOLD_ISODATA + 0U ? 105U : 12U);
+        EXPECT_EQ(select(&hist, mode, 0, 11, 200).threshold, mode == isodata ? 105U : 12U);
     }
     Histogram upper{{10, 4}, {11, 4}, {200, 8}, {201, 1}};
     Selection direct;
@@ -100,10 +103,10 @@ TEST_F(ThresholdSelectionTest, entropy_of_flat_and_peaked_classes)
     Selection direct;
     direct.threshold = ImgMaxEntropyThreshold(&flat, direct.lowMean, direct.highMean);
     EXPECT_EQ(direct, (Selection{4, 1.5F, 101.5F}));
-    EXPECT_EQ(select(&flat, IMG_THRESHOLD_MAX_ENTROPY), direct);
+    EXPECT_EQ(select(&flat, maxEntropy), direct);
     // A peak adds little: with it alone on the low side the high one keeps ln 4, with a flat level beside it less.
     Histogram peaked{{0, 1000}, {100, 5}, {101, 5}, {102, 5}, {103, 5}};
-    EXPECT_EQ(select(&peaked, IMG_THRESHOLD_MAX_ENTROPY).threshold, 1U);
+    EXPECT_EQ(select(&peaked, maxEntropy).threshold, 1U);
 }
 
 TEST_F(ThresholdSelectionTest, pixels_of_one_level_have_no_split)
