@@ -37,7 +37,7 @@ TEST(HistogramWorkers, wide)
                 SCOPED_TRACE(testing::Message() << shift << ' ' << bits << ' ' << saturates);
                 const WideBins bins{shift, (1U << bits) - 1, saturates};
                 const auto counts = [&](const HistogramWorkers& workers) {
-                    return added(std::ptrdiff_t{bins.last} + 1,
+                    return added(static_cast<std::ptrdiff_t>(bins.last) + 1,
                                  [&](std::uint32_t* to) { workers.wide(pixels.source(), bins, to); });
                 };
                 EXPECT_EQ(counts(*set.workers), counts(HistogramWorkers::plain));
