@@ -95,14 +95,16 @@ short ZVector::Reallocate(int bytes)
     if (bytes < 0)
         return ZSetError(Z_ERROR_ARGUMENT_1_OUT_OF_RANGE);
     void* fresh = nullptr;
-    if (bytes > 0) {
-        fresh = std::calloc(1, static_cast<std::size_t>(bytes));
+    if (bytes == 0)
+        std::free(data_);
+    else {
+        fresh = std::realloc(data_, static_cast<std::size_t>(bytes));  // often grows in place
         if (!fresh)
             return ZSetError(Z_ERROR_OUT_OF_MEMORY);
-        if (data_)
-            std::memcpy(fresh, data_, static_cast<std::size_t>(bytes < allocatedSize_ ? bytes : allocatedSize_));
+        if (bytes > allocatedSize_)
+            std::memset(static_cast<char*>(fresh) + allocatedSize_, 0,
+                        static_cast<std::size_t>(bytes - allocatedSize_));
     }
-    std::free(data_);
     data_ = fresh;
     allocatedSize_ = bytes;
     if (groups_ > GetNbMaxGroup())
