@@ -39,6 +39,16 @@ ZROI<T>* over(Overlapping<Other>& other)
     return &image;
 }
 
+// The outline of a bar of 2 x 4 pixels.
+template <class Path>
+void followOutline(Path& outline)
+{
+    static ZImage<ZBW8> image(16, 16);
+    for (int i = 0; i < 8; ++i)
+        image.SetPixel(255, 2 + i % 4, 2 + i / 4);
+    ImgContour(&image, CONTOUR_CLOCKWISE, 2, 2, CONTOUR_THRESHOLD_ABOVE, 200, CONNEXITY_8, &outline);
+}
+
 ZVector table(3);
 const std::string path = testing::TempDir() + "zkit_allocation_test";
 
@@ -156,6 +166,41 @@ const std::vector<Row> otherOperations = {
      [] {
          ZVector sums;
          ImgProjectOnAColumn(&grey.src, &sums);
+     }},
+    {"ImgContour",
+     {1303},
+     [] {
+         ZPathVector outline;
+         followOutline(outline);
+     }},
+    {"ImgContour (ZVector)",
+     {1303},
+     [] {
+         ZVector outline;
+         if (outline.SetType(1, 1, 0) == Z_OK)
+             followOutline(outline);
+     }},
+    {"ImgImageToLineSegment",
+     {1303},
+     [] {
+         ZC24Vector profile;
+         ImgImageToLineSegment(&colour.src, &profile, 0, 0, 9, 9);
+     }},
+    {"ImgGetProfilePeaks",
+     {1303},
+     [] {
+         ZBW8Vector profile;
+         ZPeaksVector peaks;
+         for (int i = 0; i < 9 && ZGetError() == Z_OK; ++i)
+             profile.AddElement(i % 2 ? 200 : 0);
+         ImgGetProfilePeaks(&profile, &peaks, 0, 100, 0, 0);
+     }},
+    {"ImgProfileDerivative",
+     {1303},
+     [] {
+         ZBW8Vector profile, slopes;
+         ImgImageToLineSegment(&grey.src, &profile, 0, 0, 9, 0);
+         ImgProfileDerivative(&profile, &slopes);
      }},
     {"ImgThreshold", {1303}, [] { ImgThreshold(&grey.src, &grey.dst, unsigned(IMG_THRESHOLD_ISODATA), 0, 255, 0.5F); }},
     {"ImgDoubleThreshold", {1303}, [] { ImgDoubleThreshold(&grey.src, &grey.dst, 9, 99, 0, 1, 2); }},

@@ -28,6 +28,12 @@ Results& r = results;
 ZVector table(3), untyped;
 ZBW32Vector sums;
 ZBW8Vector entries;
+ZPathVector positions;
+ZBW8PathVector greyPath;
+ZC24PathVector colourPath;
+ZBW16Vector wideEntries;
+ZC24Vector colours;
+ZPeaksVector peaks;
 
 // 256 empty bins.
 struct NoPixels : ZBW8HistogramVector {
@@ -47,6 +53,13 @@ ZROI<T>* beside(const ZGenericROI* region)
     static ZROI<T> companion(&image, 0, 0, 8, 8);
     companion.SetPlacement(0, 0, region ? region->GetWidth() : 8, region ? region->GetHeight() : 8);
     return &companion;
+}
+
+// The whole region is the object.
+template <class Path>
+void follow(ZROI<ZBW8>* region, Path* path)
+{
+    ImgContour(region, CONTOUR_CLOCKWISE_ALONG_EDGE, 0, 0, CONTOUR_THRESHOLD_BELOW, 255, CONNEXITY_8, path);
 }
 
 const std::vector<Row<ZBW8>> greyOperations = {
@@ -111,10 +124,24 @@ const std::vector<Row<ZBW8>> greyOperations = {
     {"ImgProjectOnAColumn (ZBW32Vector)", [](auto roi) { ImgProjectOnAColumn(roi, &sums); }},
     {"ImgProjectOnARow (ZVector)", [](auto roi) { ImgProjectOnARow(roi, &untyped); }},
     {"ImgProjectOnAColumn", [](auto roi) { ImgProjectOnAColumn(roi, &untyped); }},
+    {"ImgContour (ZPathVector)", [](auto roi) { follow(roi, &positions); }},
+    {"ImgContour (ZBW8PathVector)", [](auto roi) { follow(roi, &greyPath); }},
+    {"ImgImageToPath (BW8)", [](auto roi) { ImgImageToPath(roi, &greyPath); }},
+    {"ImgPathToImage (BW8)", [](auto roi) { ImgPathToImage(roi, &greyPath); }},
+    {"ImgImageToLineSegment (BW8)", [](auto roi) { ImgImageToLineSegment(roi, &entries, 0, 0, 7, 7); }},
+    {"ImgLineSegmentToImage (BW8, vector)", [](auto roi) { ImgLineSegmentToImage(roi, &entries, 0, 0, 7, 7); }},
+    {"ImgLineSegmentToImage (BW8, const)",
+     [](auto roi) { ImgLineSegmentToImage(roi, static_cast<ZBW8>(1), 0, 0, 7, 7); }},
 };
 
 const std::vector<Row<ZBW16>> wideOperations = {
     {"ImgHistogram (ZBW16)", [](auto roi) { ImgHistogram(roi, &histogram, 7, 8, 1); }},
+    {"ImgImageToLineSegment (BW16)", [](auto roi) { ImgImageToLineSegment(roi, &wideEntries, 0, 0, 7, 7); }},
+};
+
+// Whose vector is too small for the outline of a whole region.
+const std::vector<Row<ZBW8>> incomplete = {
+    {"ImgContour (ZVector)", [](auto roi) { follow(roi, &untyped); }},
 };
 
 // Operations on vectors alone.
@@ -127,6 +154,8 @@ const std::vector<Row<ZBW8>> vectorOperations = {
     {"ImgHistogramThreshold",
      [threshold = 9U](auto) mutable { ImgHistogramThreshold(&histogram, threshold, r.f0, r.f1, 0, 0, 255); }},
     {"ImgIsodataThreshold (ZVector)", [](auto) { ImgIsodataThreshold(&untyped, 0, 255); }},
+    {"ImgGetProfilePeaks", [](auto) { ImgGetProfilePeaks(&entries, &peaks, 0, 0, 0, 0); }},
+    {"ImgProfileDerivative", [](auto) { ImgProfileDerivative(&entries, &entries); }},
 };
 
 const std::vector<Row<ZC24>> colourOperations = {
@@ -154,6 +183,11 @@ const std::vector<Row<ZC24>> colourOperations = {
     {"ImgScaleRotate (C24)", [](auto roi) { ImgRegister(roi, roi, 0, 0, 1, 1, 0, 0, 1, 1, 0, 1); }},
     {"ImgShrink (C24)", [](auto roi) { ImgShrink(roi, roi); }},
     {"ImgVerticalMirror (color)", [](auto roi) { ImgVerticalMirror(roi); }},
+    {"ImgImageToPath (C24)", [](auto roi) { ImgImageToPath(roi, &colourPath); }},
+    {"ImgPathToImage (C24)", [](auto roi) { ImgPathToImage(roi, &colourPath); }},
+    {"ImgImageToLineSegment (C24)", [](auto roi) { ImgImageToLineSegment(roi, &colours, 0, 0, 7, 7); }},
+    {"ImgLineSegmentToImage (C24, vector)", [](auto roi) { ImgLineSegmentToImage(roi, &colours, 0, 0, 7, 7); }},
+    {"ImgLineSegmentToImage (C24, const)", [](auto roi) { ImgLineSegmentToImage(roi, ZC24{}, 0, 0, 7, 7); }},
 };
 
 // Operations that run while an error is pending.
@@ -207,6 +241,7 @@ TEST_F(ContractTest, unusable_regions_are_refused)
     expectUnusableRegionsRefused(greyOperations);
     expectUnusableRegionsRefused(colourOperations);
     expectUnusableRegionsRefused(wideOperations);
+    expectUnusableRegionsRefused(incomplete);
     expectUnusableRegionsRefused(unstoppable, false);  // moments are 0 then
 }
 
@@ -231,6 +266,7 @@ TEST_F(ContractTest, a_pending_error_stops_operations)
     expectStoppedByPendingError(greyOperations);
     expectStoppedByPendingError(colourOperations);
     expectStoppedByPendingError(wideOperations);
+    expectStoppedByPendingError(incomplete);
     expectStoppedByPendingError(vectorOperations);
 }
 

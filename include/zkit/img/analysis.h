@@ -12,6 +12,8 @@
 #include "zkit/core/roi.h"
 #include "zkit/core/vector.h"
 #include "zkit/export.h"
+#include "zkit/img/contour.h"
+#include "zkit/img/profile.h"
 #include "zkit/img/threshold_selection.h"
 #include "zkit/img/vectors.h"
 
