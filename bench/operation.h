@@ -27,6 +27,14 @@ inline constexpr float reduction = 3.3F;
 /// Entry of the look-up table; its values matter to nobody.
 constexpr unsigned char tableEntry(int level) { return static_cast<unsigned char>(level * 167 + 13); }
 
+/// A line from the top left to the right-hand edge, down a part of the height.
+inline constexpr int steep = 1;  ///< to the bottom
+inline constexpr int flat = 20;
+struct Line {
+    Line(const Scene& scene, int part) : x(scene.size().width - 1), y((scene.size().height - 1) / part) {}
+    int x, y;
+};
+
 /// Does an operation once on the scene's current images.
 using Body = void (*)(Scene& scene);
 
@@ -44,6 +52,7 @@ std::span<const Operation> pointOperations();
 std::span<const Operation> arithmeticOperations();
 std::span<const Operation> filterOperations();
 std::span<const Operation> geometryOperations();
+std::span<const Operation> contourOperations();
 
 /// The peer's equivalent of the operation with the same name and type.
 struct Peer {

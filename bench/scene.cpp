@@ -90,6 +90,14 @@ void drawMask(ZImage<ZBW8>& image, ZImage<ZBW8>& grey)
             row(image, y)[x] = row(grey, y)[x] > bright ? 255 : 0;
 }
 
+// A back of one row and teeth of two columns, one pixel away from the edges.
+void drawComb(ZImage<ZBW8>& image)
+{
+    for (int y = 1; y < image.GetHeight() - 1; ++y)
+        for (int x = 1; x < image.GetWidth() - 1; ++x)
+            row(image, y)[x] = y == 1 || x % 3 != 0 ? 255 : 0;
+}
+
 void drawBits(ZImage<ZBW1>& image, ZImage<ZBW8>& grey)
 {
     for (int y = 0; y < image.GetHeight(); ++y)
@@ -158,6 +166,11 @@ ZImage<ZBW8>* Scene::dark()
 ZImage<ZBW8>* Scene::mask()
 {
     return current(mask_, [this](auto& image) { drawMask(image, *grey()); });
+}
+
+ZImage<ZBW8>* Scene::comb()
+{
+    return current(comb_, [](auto& image) { drawComb(image); });
 }
 
 ZImage<ZBW1>* Scene::bits()

@@ -38,6 +38,7 @@ public:
     ZImage<ZBW8>* greyReference();  ///< the same parts with other noise
     ZImage<ZBW8>* dark();           ///< the noise without light, darker than every other image
     ZImage<ZBW8>* mask();           ///< 255 where grey() is bright, else 0
+    ZImage<ZBW8>* comb();           ///< a single object, nearly all of whose pixels are boundary
     ZImage<ZBW1>* bits();           ///< mask() with a bit a pixel
     ZImage<ZBW1>* bitsResult();
     ZImage<ZBW8>* greyResult();
@@ -58,7 +59,7 @@ private:
 
     Size size_;
     std::size_t turn_ = 0;
-    Ring<ZBW8> grey_, greyReference_, dark_, mask_, greyResult_;
+    Ring<ZBW8> grey_, greyReference_, dark_, mask_, comb_, greyResult_;
     Ring<ZBW1> bits_, bitsResult_;
     Ring<ZBW16> greySum_, grey16Result_;
     Ring<ZC24> color_, colorReference_, colorResult_;

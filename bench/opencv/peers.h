@@ -9,6 +9,7 @@
 namespace bench::opencv {
 
 std::span<const Peer> analysisPeers();
+std::span<const Peer> contourPeers();
 std::span<const Peer> pointPeers();
 std::span<const Peer> arithmeticPeers();
 std::span<const Peer> filterPeers();
