@@ -90,8 +90,8 @@ std::int64_t memory(const Target& dst, const Squares& squares)
 
 // out[i] = the extreme of in[i], in[i + distance], ... `count` of them, the last one being in[i + last].
 template <class Extreme, int count>
-void ofSeveral(const std::uint8_t* in, std::ptrdiff_t distance, std::ptrdiff_t last, std::uint8_t* out,
-               std::ptrdiff_t width, Stores stores)
+[[gnu::flatten]] void ofSeveral(const std::uint8_t* in, std::ptrdiff_t distance, std::ptrdiff_t last, std::uint8_t* out,
+                                std::ptrdiff_t width, Stores stores)
 {
     mapRow(out, width, stores, [=](auto at) {
         Bytes extreme = Extreme::of(at.bytes(in), at.bytes(in + last));
@@ -242,8 +242,8 @@ struct ColumnBlocks {
 // Takes in the row below all others, the first of its block or not. With the end of the block before it makes a row of
 // results, `rest` being the extremes of that. In place it is kept.
 template <class Extreme>
-void addRow(const ColumnBlocks& columns, const std::uint8_t* in, bool first, const std::uint8_t* rest,
-            std::uint8_t* kept, std::uint8_t* out)
+[[gnu::flatten]] void addRow(const ColumnBlocks& columns, const std::uint8_t* in, bool first, const std::uint8_t* rest,
+                             std::uint8_t* kept, std::uint8_t* out)
 {
     const auto add = [=, sofar = columns.sofar, before = first ? in : columns.sofar](auto at, std::ptrdiff_t x) {
         const Bytes row = at.bytes(in), extreme = Extreme::of(row, at.bytes(before));
@@ -259,7 +259,7 @@ void addRow(const ColumnBlocks& columns, const std::uint8_t* in, bool first, con
 
 // The ends of a block of these rows, the first of them highest, with what is below them.
 template <class Extreme>
-void endBlock(const ColumnBlocks& columns, const Source& rows, const std::uint8_t* below)
+[[gnu::flatten]] void endBlock(const ColumnBlocks& columns, const Source& rows, const std::uint8_t* below)
 {
     for (std::ptrdiff_t y = rows.height - 1; y >= 0; --y) {
         std::uint8_t* const end = columns.ends + y * columns.pitch;

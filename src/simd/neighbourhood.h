@@ -65,7 +65,7 @@ struct Replicated {
 class Constant {
 public:
     Constant(const std::uint8_t* pixel, int step)
-        : pixel_{broadcast(pixel[0]), broadcast(pixel[1 % step]), broadcast(pixel[2 % step])}
+        : pixel_{broadcast(pixel[0]), broadcast(pixel[step == 1 ? 0 : 1]), broadcast(pixel[step == 1 ? 0 : 2])}
     {
     }
 

@@ -1,5 +1,6 @@
 #include "support/destination.h"
 #include "support/errors.h"
+#include "zkit/img/arithmetic.h"
 #include "zkit/img/morpho.h"
 
 namespace {
@@ -164,6 +165,20 @@ TEST_F(MorphologyTest, the_place_of_the_regions_does_not_matter)
                 },
                 30);
         }
+}
+
+// Large regions are filtered in bands.
+TEST_F(MorphologyTest, large_top_hats)
+{
+    Random random(11);
+    ZImage<ZC24> src(2000, 130), filtered(2000, 130), expected(2000, 130), dst(2000, 130);
+    fill(src, random);
+    for (const int n : {1, 3, 40}) {
+        ImgClose(&src, &filtered, n, {9, 99, 200}, {20, 120, 220});
+        ImgOper(ARITH_LOGIC_SUBTRACT, &filtered, &src, &expected);
+        ImgBlackTopHat(&src, &dst, n, {9, 99, 200}, {20, 120, 220});
+        EXPECT_EQ(bytesOf(dst), bytesOf(expected)) << n;
+    }
 }
 
 // Two images may share memory.
