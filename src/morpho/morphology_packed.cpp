@@ -3,8 +3,12 @@
 // passes therefore give the extreme of the square of 2 n + 1 pixels a side, first of its columns, then of the row that
 // these make, and both take a time that does not depend on n:
 //
-// - Columns are cut into blocks as high as the square. The extreme of any square's column is that of the end of one
-//   block and the beginning of the next: the ends are kept in rows for one block, the beginning grows as rows come.
+// - Columns are cut into blocks. The extreme of a square's column is that of the end of one block, of what lies
+// between,
+//   and of the beginning of what comes below. The ends of one block are kept in rows, what lies between belongs to each
+//   of them, and the beginning grows as rows come. Blocks are as high as the squares, or lower and followed by segments
+//   of which only the extremes are kept, so that the memory does not grow with n. In place, where rows cannot be looked
+//   at again, they are high and narrow instead.
 // - Rows get the outside value before and behind them. Extremes of 4 pixels from each pixel on make those of 16, and
 //   those of wider squares are made of two to four of them, or by blocks again.
 #include "morpho/morphology_workers.h"
@@ -48,6 +52,9 @@ constexpr std::ptrdiff_t slack = 8 * Bytes::lanes;
 // What the rows of a block may take, so that they stay in the second-level cache.
 constexpr std::int64_t blockBytes = 1 << 18;
 
+// The least height of a block that is lower than the squares.
+constexpr std::int64_t lowest = 16;
+
 // What rows that are filtered together take at least, so that what one step has stored has arrived in the cache before
 // the next one loads it at other places, for which it would have to wait.
 constexpr std::int64_t lineBytes = 1 << 12;
@@ -56,36 +63,43 @@ inline std::int64_t aligned(std::int64_t bytes) { return (bytes + alignment - 1)
 
 // The working memory.
 struct Layout {
-    std::int64_t margin, pitch, rows, line;  // of rows, several in a line
-    std::int64_t side, panel, blockPitch;    // of blocks of columns
+    std::int64_t margin, pitch, rows, line;            // of rows, several in a line
+    std::int64_t panel, height, segments, blockPitch;  // of columns and their blocks
     std::int64_t row, total;
 };
 
-Layout layoutOf(const Target& dst, const Squares& squares)
+Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
 {
     Layout layout{};
-    const std::int64_t reach = reachWithin(dst.width / squares.step, squares) * std::int64_t{squares.step};
+    const std::int64_t reach = std::int64_t{squares.step} * reachWithin(dst.width / squares.step, squares);
     layout.margin = aligned(reach);
     layout.pitch = aligned(dst.width + 2 * reach);
     layout.rows = layout.pitch < lineBytes ? (lineBytes + layout.pitch - 1) / layout.pitch : 1;
     layout.line = layout.margin + layout.rows * layout.pitch + slack;
 
-    layout.side = 2 * std::int64_t{reachWithin(dst.height, squares)} + 1;
+    const std::int64_t side = 2 * std::int64_t{reachWithin(dst.height, squares)} + 1;
     layout.panel = dst.width;
-    if (layout.panel * layout.side > blockBytes) {
-        const std::int64_t cut = blockBytes / layout.side / alignment * alignment;
+    layout.height = side;
+    if (side * dst.width > blockBytes && src.data == dst.data) {
+        const std::int64_t cut = blockBytes / side / alignment * alignment;
         layout.panel = cut < alignment ? alignment : cut;
         layout.panel = layout.panel < dst.width ? layout.panel : dst.width;
+    } else if (side * dst.width > blockBytes) {
+        const std::int64_t low = blockBytes / dst.width;
+        layout.height = low < lowest ? lowest : low;
+        layout.height = layout.height < side ? layout.height : side;
     }
+    layout.segments = side / layout.height - 1;
     layout.blockPitch = aligned(layout.panel + slack);
     layout.row = aligned(dst.width + slack);
-    layout.total = alignment + 3 * layout.line + 2 * layout.row + layout.side * layout.blockPitch;
+    layout.total =
+        alignment + 3 * layout.line + 2 * layout.row + (layout.height + layout.segments + 1) * layout.blockPitch;
     return layout;
 }
 
-std::int64_t memory(const Target& dst, const Squares& squares)
+std::int64_t memory(const Source& src, const Target& dst, const Squares& squares)
 {
-    return squares.reach == 1 ? 3 * std::int64_t{dst.width} : layoutOf(dst, squares).total;
+    return squares.reach == 1 ? 3 * std::int64_t{dst.width} : layoutOf(src, dst, squares).total;
 }
 
 // out[i] = the extreme of in[i], in[i + distance], ... `count` of them, the last one being in[i + last].
@@ -232,15 +246,23 @@ template <class Step>
 
 // Columns, row by row: all of them, or a panel.
 struct ColumnBlocks {
-    std::ptrdiff_t reach, width;
+    std::ptrdiff_t reach, width, height;
     const std::uint8_t* outside;  // the border rule of columns: a row of the outside value
-    std::uint8_t* sofar;          // extremes of the block up to the newest row
-    std::uint8_t* ends;           // of the block before, extremes of each row and those below it
+    std::uint8_t* sofar;          // extremes of the rows that have come since the block was made
+    std::uint8_t* ends;           // of the block, extremes of each row and those below it
+    std::uint8_t* segments;       // extremes of rows below the block, as many as it has, in turn; behind them of all
     std::ptrdiff_t pitch;
+
+    std::ptrdiff_t side() const { return 2 * reach + 1; }
+    std::ptrdiff_t segmentCount() const { return side() / height - 1; }
+    const std::uint8_t* row(const Source& src, std::ptrdiff_t y) const
+    {
+        return y < src.height ? src.data + y * src.pitch : outside;
+    }
 };
 
-// Takes in the row below all others, the first of its block or not. With the end of the block before it makes a row of
-// results, `rest` being the extremes of that. In place it is kept.
+// Takes in the row below all others, which begins a new count or not. With the ends of the block it makes a row of
+// results, `rest` being the end. In place it is kept.
 template <class Extreme>
 [[gnu::flatten]] void addRow(const ColumnBlocks& columns, const std::uint8_t* in, bool first, const std::uint8_t* rest,
                              std::uint8_t* kept, std::uint8_t* out)
@@ -257,49 +279,96 @@ template <class Extreme>
         eachVector(columns.width, [=](auto at, std::ptrdiff_t x) { add(at, x); });
 }
 
-// The ends of a block of these rows, the first of them highest, with what is below them.
+// out = the extremes of two rows.
 template <class Extreme>
-[[gnu::flatten]] void endBlock(const ColumnBlocks& columns, const Source& rows, const std::uint8_t* below)
+[[gnu::flatten]] void ofTwo(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* out, std::ptrdiff_t width)
+{
+    mapRow(out, width, Stores::cached, [=](auto at) { return Extreme::of(at.bytes(a), at.bytes(b)); });
+}
+
+// out = the extremes of `count` rows.
+template <class Extreme>
+void ofRows(const ColumnBlocks& columns, const Source& src, std::ptrdiff_t first, std::ptrdiff_t count,
+            std::uint8_t* out)
+{
+    for (std::ptrdiff_t i = 0; i < count; ++i)
+        ofTwo<Extreme>(columns.row(src, first + i), i == 0 ? columns.row(src, first) : out, out, columns.width);
+}
+
+// The extremes of the rows below the block that begins at row `top`, as far as its first square reaches: those that
+// make no whole segment, and the segments. The last one is what has come since the block before, if there was one.
+template <class Extreme>
+const std::uint8_t* belowBlock(const ColumnBlocks& columns, const Source& src, std::ptrdiff_t top)
+{
+    const std::ptrdiff_t height = columns.height, count = columns.segmentCount(), few = columns.side() % height;
+    const std::uint8_t* const last = columns.row(src, top + columns.side() - 1);
+    if (columns.side() == height)
+        return last;
+    const auto segment = [&](std::ptrdiff_t i) { return columns.segments + i * columns.pitch; };
+    std::uint8_t* const all = segment(count);
+    if (top == 0)
+        for (std::ptrdiff_t i = 0; i < count; ++i)
+            ofRows<Extreme>(columns, src, (i + 1) * height + few, height, segment(i));
+    else if (count > 0)
+        ofTwo<Extreme>(columns.sofar, columns.sofar, segment((top / height - 1) % count), columns.width);
+    ofTwo<Extreme>(last, last, all, columns.width);
+    for (std::ptrdiff_t i = 0; i < few; ++i)
+        ofTwo<Extreme>(columns.row(src, top + height + i), all, all, columns.width);
+    for (std::ptrdiff_t i = 0; i < count; ++i)
+        ofTwo<Extreme>(segment(i), all, all, columns.width);
+    return all;
+}
+
+// The ends of the block of these rows, with what is below them.
+template <class Extreme>
+void endBlock(const ColumnBlocks& columns, const Source& rows, const std::uint8_t* below)
 {
     for (std::ptrdiff_t y = rows.height - 1; y >= 0; --y) {
         std::uint8_t* const end = columns.ends + y * columns.pitch;
-        const std::uint8_t* const row = rows.data + y * rows.pitch;
-        mapRow(end, columns.width, Stores::cached,
-               [=](auto at) { return Extreme::of(at.bytes(row), at.bytes(below)); });
+        ofTwo<Extreme>(rows.data + y * rows.pitch, below, end, columns.width);
         below = end;
     }
 }
 
 // Calls done(y) when the extremes of the columns around row y are where result(y) says. When the source is overwritten
-// then, row y is not read again, nor any above it.
+// then, blocks are as high as the squares, and row y is not read again, nor any above it.
 template <class Extreme, class Result, class Done>
 void filterColumns(const Source& src, bool overwritten, const ColumnBlocks& columns, Result result, Done done)
 {
-    const std::ptrdiff_t reach = columns.reach, side = 2 * reach + 1;
-    for (std::ptrdiff_t newest = 0, place = 0; newest < src.height + reach; ++newest) {
-        const bool inside = newest < src.height, complete = place + 1 == side;
-        std::uint8_t* const kept = columns.ends + place * columns.pitch;
-        const std::uint8_t* rest = complete ? columns.sofar : newest < side ? columns.outside : kept + columns.pitch;
-        addRow<Extreme>(columns, inside ? src.data + newest * src.pitch : columns.outside, place == 0, rest,
-                        overwritten ? kept : nullptr, result(newest - reach));
-        if (complete) {
-            const std::ptrdiff_t first = newest + 1 - side, rows = inside ? side : src.height - first;
+    const std::ptrdiff_t reach = columns.reach;
+    std::ptrdiff_t place = -2 * reach;  // in its block, of the highest row of the squares
+    for (std::ptrdiff_t newest = 0; newest < src.height + reach; ++newest) {
+        const std::ptrdiff_t top = newest - 2 * reach;
+        const std::uint8_t* rest = place < 0    ? columns.outside
+                                   : place == 0 ? columns.sofar
+                                                : columns.ends + place * columns.pitch;
+        std::uint8_t* const kept = columns.ends + (place > 0   ? place - 1
+                                                   : place < 0 ? newest
+                                                               : 2 * reach) *
+                                                      columns.pitch;
+        std::uint8_t* const out = result(newest - reach);
+        addRow<Extreme>(columns, columns.row(src, newest), newest == 0 || place == 1, rest,
+                        overwritten ? kept : nullptr, out);
+        if (place == 0) {
+            const std::ptrdiff_t left = src.height - top, rows = left < columns.height ? left : columns.height;
             const Source block = overwritten ? Source{columns.ends, columns.pitch, columns.width, rows}
-                                             : Source{src.data + first * src.pitch, src.pitch, columns.width, rows};
-            endBlock<Extreme>(columns, block, inside ? block.data + (rows - 1) * block.pitch : columns.outside);
+                                             : Source{src.data + top * src.pitch, src.pitch, columns.width, rows};
+            endBlock<Extreme>(columns, block, belowBlock<Extreme>(columns, src, top));
+            if (columns.height < columns.side())
+                ofTwo<Extreme>(columns.ends, columns.ends, out, columns.width);
         }
         if (newest >= reach)
             done(newest - reach);
-        place = complete ? 0 : place + 1;
+        place = place + 1 == columns.height ? 0 : place + 1;
     }
 }
 
-// Squares of any size. Those that are too high for it have their columns done first, in panels, a narrow rest together
-// with the last one.
+// Squares of any size. In place those that are too high for it have their columns done first, in panels, a narrow rest
+// together with the last one.
 template <class Extreme>
 void filterSquares(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
 {
-    const Layout layout = layoutOf(dst, squares);
+    const Layout layout = layoutOf(src, dst, squares);
     const auto misaligned = static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(memory) % alignment);
     std::uint8_t* const lines = memory + (alignment - misaligned) % alignment;
     std::uint8_t *const outside = lines + 3 * layout.line, *const sofar = outside + layout.row;
@@ -307,12 +376,11 @@ void filterSquares(const Source& src, const Target& dst, const Squares& squares,
     const bool inPanels = layout.panel < dst.width;
     RowFilter<Extreme> rows(dst, squares, layout, lines, inPanels ? Stores::cached : stores);
     fillOutside(outside, dst.width, squares);
-    ColumnBlocks columns{reachWithin(dst.height, squares),
-                         dst.width,
-                         outside,
-                         sofar,
-                         sofar + layout.row,
-                         static_cast<std::ptrdiff_t>(layout.blockPitch)};
+    const auto pitch = static_cast<std::ptrdiff_t>(layout.blockPitch);
+    const auto height = static_cast<std::ptrdiff_t>(layout.height);
+    std::uint8_t* const ends = sofar + layout.row;
+    ColumnBlocks columns{
+        reachWithin(dst.height, squares), dst.width, height, outside, sofar, ends, ends + height * pitch, pitch};
     if (!inPanels) {
         filterColumns<Extreme>(
             src, overwritten, columns, [&](std::ptrdiff_t) { return rows.row(); }, [&](std::ptrdiff_t) { rows.add(); });
