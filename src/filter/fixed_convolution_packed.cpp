@@ -17,22 +17,28 @@ void pair(const std::uint8_t* above, const std::uint8_t* below, std::uint32_t* o
 constexpr int vectors = Bytes::lanes / Ints::lanes;
 using Sums = Ints[vectors];
 
+// Adds the products of so many columns of one pair of rows, `step` entries apart.
+template <int columns>
+[[gnu::always_inline]] inline void addColumns(Sums& upper, Sums& lower, const std::uint32_t* at, int step,
+                                              const std::uint32_t* forUpper, const std::uint32_t* forLower)
+{
+    if constexpr (columns > 0) {
+        const Words ofUpper = {broadcastInt(*forUpper).r}, ofLower = {broadcastInt(*forLower).r};
+        unrolled<vectors>([&](int i) {
+            const Words pixels = {loadOnce(at + i * Ints::lanes).r};
+            addTo(upper[i], multiplyAddPairs(pixels, ofUpper));
+            addTo(lower[i], multiplyAddPairs(pixels, ofLower));
+        });
+        addColumns<columns - 1>(upper, lower, at + step, step, forUpper + 1, forLower + 1);
+    }
+}
+
 template <int size>
 [[gnu::always_inline]] inline void addProducts(Sums& upper, Sums& lower, const std::uint32_t* const* pairs,
                                                std::ptrdiff_t x, int step, const FixedKernel::Pairs (&coefficients)[2])
 {
-    for (int p = 0; p <= size / 2; ++p) {
-        const std::uint32_t* at = pairs[p] + x - size / 2 * step;
-        for (int k = 0; k < size; ++k, at += step) {
-            const Words ofUpper = {broadcastInt(coefficients[0][p][k]).r};
-            const Words ofLower = {broadcastInt(coefficients[1][p][k]).r};
-            unrolled<vectors>([&](int i) {
-                const Words pixels = {loadOnce(at + i * Ints::lanes).r};
-                addTo(upper[i], multiplyAddPairs(pixels, ofUpper));
-                addTo(lower[i], multiplyAddPairs(pixels, ofLower));
-            });
-        }
-    }
+    for (int p = 0; p <= size / 2; ++p)
+        addColumns<size>(upper, lower, pairs[p] + x - size / 2 * step, step, coefficients[0][p], coefficients[1][p]);
 }
 
 inline Ints absolute(Ints a)

@@ -26,8 +26,9 @@ struct FixedConvolutionWorkers {
     // out[x] = above[x] + below[x] * 65536
     void (*pair)(const std::uint8_t* above, const std::uint8_t* below, std::uint32_t* out, std::ptrdiff_t count);
 
-    // Two rows of the result, of (size + 1) / 2 pairs of rows. Entries to the left and right of those for `count`
-    // pixels belong to the pixels outside, `step` entries apart, and up to readAhead more may be read.
+    // Two rows of the result, of (size + 1) / 2 pairs of rows. There is at least one pixel. Entries to the left and
+    // right of those for `count` pixels belong to the pixels outside, `step` entries apart, and up to readAhead more
+    // may be read.
     void (*rows)(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
                  int step, const FixedKernel& kernel);
 

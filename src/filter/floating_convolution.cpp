@@ -26,13 +26,14 @@ void weigh(const ZKernel& kernel, double* coefficients, std::ptrdiff_t count)
         coefficients[i] = static_cast<double>(data[i] * gain);
 }
 
-// Whether no sum can leave the range of 32 bits, with room for rounding; not for NaN.
+// Whether no sum can leave the range of 32 bits, with room for rounding and for a coefficient that the border takes
+// twice; not for NaN.
 bool fitting(const double* coefficients, std::ptrdiff_t count, double largestPixel)
 {
     double largest = 0;
     for (std::ptrdiff_t i = 0; i < count; ++i)
         largest += std::abs(coefficients[i]) * largestPixel;
-    return largest < 1 << 30;
+    return largest < 1 << 29;
 }
 
 // What the border of a 3 x 3 kernel differs in: the pixel below has the coefficient of the one on the right, and offset
@@ -43,7 +44,6 @@ FloatingKernel borderOf(FloatingKernel kernel, double (&coefficients)[9])
     coefficients[7] = coefficients[5];
     std::swap(kernel.rectifier, kernel.offset);
     kernel.coefficients = coefficients;
-    kernel.fits = false;
     return kernel;
 }
 

@@ -17,9 +17,9 @@ struct FloatingKernel {
 struct FloatingConvolutionWorkers {
     void (*widen)(const std::uint8_t* pixels, double* out, std::ptrdiff_t count);
 
-    // One row of the result, of kernel.rows rows: pixel x is made of the entries x + k * step for all columns k. Sums
-    // are formed in the order of the coefficients and truncated toward zero (beyond 32 bits the nearest number, 0 for
-    // NaN). Up to readAhead more entries may be read.
+    // One row of the result, of at least one pixel, of kernel.rows rows: pixel x is made of the entries x + k * step
+    // for all columns k. Sums are formed in the order of the coefficients and truncated toward zero (beyond 32 bits the
+    // nearest number, 0 for NaN). Up to readAhead more entries may be read.
     void (*row)(const double* const* rows, std::uint8_t* out, std::ptrdiff_t count, int step,
                 const FloatingKernel& kernel);
 
