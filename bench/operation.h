@@ -24,6 +24,13 @@ inline constexpr float rotation = 15.F;  ///< degrees
 inline constexpr float scale = 1.1F;
 inline constexpr float reduction = 3.3F;
 
+/// Coefficient of a smoothing kernel, symmetric about both axes and both diagonals; they add up to about 1.
+constexpr float coefficient(int size, int column, int row)
+{
+    const float x = float(column - size / 2), y = float(row - size / 2);
+    return 0.2F / (1.F + x * x + y * y);
+}
+
 /// Entry of the look-up table; its values matter to nobody.
 constexpr unsigned char tableEntry(int level) { return static_cast<unsigned char>(level * 167 + 13); }
 

@@ -15,9 +15,11 @@ namespace {
 #ifdef __AVX2__
 using Register = __m256i;
 using FloatRegister = __m256;
+using DoubleRegister = __m256d;
 #else
 using Register = __m128i;
 using FloatRegister = __m128;
+using DoubleRegister = __m128d;
 #endif
 
 // Lanes of 8, 16, 32 and 64 bits. All arithmetic on them wraps unless its name says otherwise.
@@ -45,6 +47,11 @@ struct Floats {
     FloatRegister r;
 };
 
+struct Doubles {
+    static constexpr int lanes = sizeof(Register) / 8;
+    DoubleRegister r;
+};
+
 // Two vectors that hold all lanes of one between them.
 struct TwoWords {
     Words low, high;
@@ -56,6 +63,10 @@ struct TwoInts {
 
 struct TwoFloats {
     Floats low, high;
+};
+
+struct TwoDoubles {
+    Doubles low, high;
 };
 
 // The three bytes of Bytes::lanes colour pixels.

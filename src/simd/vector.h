@@ -16,6 +16,32 @@ namespace {
 
 inline Ints asInts(Longs a) { return {a.r}; }
 
+// For vectors that are used twice and lie across cache lines: without this the compiler loads them twice.
+inline Ints loadOnce(const std::uint32_t* p)
+{
+    Ints loaded = loadInts(p);
+    __asm__("" : "+x"(loaded.r));
+    return loaded;
+}
+
+// sum += more. Sums of many products stay in their registers, where the compiler would form all products first.
+inline void addTo(Ints& sum, Ints more)
+{
+    sum = sum + more;
+    __asm__("" : "+x"(sum.r));
+}
+
+// Calls f(0) to f(count - 1), written out one after the other, so that vectors of an array that they index stay in
+// registers.
+template <int count, class F>
+[[gnu::always_inline]] inline void unrolled(const F& f)
+{
+    if constexpr (count > 0) {
+        unrolled<count - 1>(f);
+        f(count - 1);
+    }
+}
+
 // A vector like the first argument with the same value in every lane.
 inline Bytes filled(Bytes, int value) { return broadcast(static_cast<std::uint8_t>(value)); }
 inline Words filled(Words, int value) { return broadcastWord(value); }

@@ -203,6 +203,32 @@ Bytes after(Bytes here, Bytes next)
     return {_mm256_alignr_epi8(_mm256_permute2x128_si256(here.r, next.r, 0x21), here.r, bytes)};
 }
 
+inline Doubles loadDoubles(const double* p) { return {_mm256_loadu_pd(p)}; }
+inline void store(double* p, Doubles d) { _mm256_storeu_pd(p, d.r); }
+inline Doubles broadcastDouble(double value) { return {_mm256_set1_pd(value)}; }
+inline Doubles operator+(Doubles a, Doubles b) { return {_mm256_add_pd(a.r, b.r)}; }
+inline Doubles operator*(Doubles a, Doubles b) { return {_mm256_mul_pd(a.r, b.r)}; }
+
+// Integers as doubles in order, and back: truncated toward zero. Numbers that do not fit give the smallest one (toInts)
+// or the nearest one and 0 for NaN (truncated).
+inline TwoDoubles toDoubles(Ints a)
+{
+    return {{_mm256_cvtepi32_pd(_mm256_castsi256_si128(a.r))}, {_mm256_cvtepi32_pd(_mm256_extracti128_si256(a.r, 1))}};
+}
+inline Ints toInts(TwoDoubles a)
+{
+    return {_mm256_inserti128_si256(_mm256_castsi128_si256(_mm256_cvttpd_epi32(a.low.r)), _mm256_cvttpd_epi32(a.high.r),
+                                    1)};
+}
+inline Ints truncated(TwoDoubles a)
+{
+    const auto fitting = [](Doubles d) -> Doubles {
+        const __m256d number = _mm256_and_pd(d.r, _mm256_cmp_pd(d.r, d.r, _CMP_ORD_Q));
+        return {_mm256_max_pd(_mm256_min_pd(number, _mm256_set1_pd(2147483647)), _mm256_set1_pd(-2147483648.0))};
+    };
+    return toInts(TwoDoubles{fitting(a.low), fitting(a.high)});
+}
+
 // What SSE2 has no equivalent of.
 
 // For every byte of the index, whose bit 7 is clear, the table's byte that its lower four bits name; the two halves of

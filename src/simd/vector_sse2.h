@@ -184,6 +184,26 @@ Bytes after(Bytes here, Bytes next)
     return {_mm_or_si128(_mm_srli_si128(here.r, bytes), _mm_slli_si128(next.r, 16 - bytes))};
 }
 
+inline Doubles loadDoubles(const double* p) { return {_mm_loadu_pd(p)}; }
+inline void store(double* p, Doubles d) { _mm_storeu_pd(p, d.r); }
+inline Doubles broadcastDouble(double value) { return {_mm_set1_pd(value)}; }
+inline Doubles operator+(Doubles a, Doubles b) { return {_mm_add_pd(a.r, b.r)}; }
+inline Doubles operator*(Doubles a, Doubles b) { return {_mm_mul_pd(a.r, b.r)}; }
+
+inline TwoDoubles toDoubles(Ints a)
+{
+    return {{_mm_cvtepi32_pd(a.r)}, {_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.r, a.r))}};
+}
+inline Ints toInts(TwoDoubles a) { return {_mm_unpacklo_epi64(_mm_cvttpd_epi32(a.low.r), _mm_cvttpd_epi32(a.high.r))}; }
+inline Ints truncated(TwoDoubles a)
+{
+    const auto fitting = [](Doubles d) -> Doubles {
+        const __m128d number = _mm_and_pd(d.r, _mm_cmpord_pd(d.r, d.r));
+        return {_mm_max_pd(_mm_min_pd(number, _mm_set1_pd(2147483647)), _mm_set1_pd(-2147483648.0))};
+    };
+    return toInts(TwoDoubles{fitting(a.low), fitting(a.high)});
+}
+
 inline Components loadInterleaved(const std::uint8_t* p) { return {load(p), load(p + 16), load(p + 32)}; }
 
 inline Components takeApart(Components p)

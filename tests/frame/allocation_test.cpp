@@ -50,6 +50,7 @@ void followOutline(Path& outline)
 }
 
 ZVector table(3);
+ZKernel fixed(KERNEL_LOWPASS_1), floating(4, 4, 1, 0, 2, 0);
 const std::string path = testing::TempDir() + "zkit_allocation_test";
 
 const std::vector<Row> imageOperations = {
@@ -90,6 +91,17 @@ const std::vector<Row> imageOperations = {
     {"ImgOper (C24)", {1303}, [] { ImgOper(ARITH_LOGIC_ADD, &colour.src, &colour.dst, &colour.dst); }},
     {"ImgConvert (BW8 to BW16)", {1303}, [] { ImgConvert(over<ZBW8>(wide), &wide.dst, 0); }},
     {"ImgConvert (C24 to BW8)", {1303}, [] { ImgConvert(&colour.src, over<ZBW8>(colour)); }},
+    {"ZKernel", {1303}, [] { const ZKernel kernel(KERNEL_SOBEL_X), other(5, 5, 1, 0, 2, 0); }},
+    {"ZKernel::SetSizeX",
+     {1303},
+     [] {
+         ZKernel kernel;
+         kernel.SetSizeY(3);
+         kernel.SetSizeX(3);
+     }},
+    {"ImgConvolKernel", {1303}, [] { ImgConvolKernel(&grey.src, &grey.dst, &fixed); }},
+    {"ImgConvolKernel floating", {1303}, [] { ImgConvolKernel(&grey.src, &grey.dst, &floating); }},
+    {"ImgConvolKernel (C24)", {1303}, [] { ImgConvolKernel(&colour.src, &colour.dst, &fixed); }},
     {"ImgConvolLowpass3", {1303}, [] { ImgConvolLowpass3(&grey.src, &grey.dst); }},
     {"ImgConvolLowpass3 in place", {1303}, [] { ImgConvolLowpass3(&grey.src, &grey.src); }},
     {"ImgConvolLowpass3 (C24)", {1303}, [] { ImgConvolLowpass3(&colour.src, &colour.dst); }},

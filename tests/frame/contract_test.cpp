@@ -34,6 +34,7 @@ ZC24PathVector colourPath;
 ZBW16Vector wideEntries;
 ZC24Vector colours;
 ZPeaksVector peaks;
+ZKernel kernel(KERNEL_LOWPASS_1);
 
 // 256 empty bins.
 struct NoPixels : ZBW8HistogramVector {
@@ -115,6 +116,7 @@ const std::vector<Row<ZBW8>> greyOperations = {
     {"ImgScaleRotate", [](auto roi) { ImgRegister(roi, roi, 0, 0, 0, 0, 0); }},
     {"ImgScaleRotate", [](auto roi) { ImgRegister(roi, roi, 0, 0, 1, 1, 0, 0, 1, 1, 0, 1); }},
     {"ImgShrink", [](auto roi) { ImgShrink(roi, roi); }},
+    {"ImgConvolKernel", [](auto roi) { ImgConvolKernel(roi, roi, &kernel); }},
     {"ImgVerticalMirror (gray-level)", [](auto roi) { ImgVerticalMirror(roi); }},
     {"ImgHorizontalMirror (gray-level)", [](auto roi) { ImgHorizontalMirror(roi); }},
     {"ImgErode", [](auto roi) { ImgErode(roi, roi, 2, 255); }},
@@ -185,6 +187,7 @@ const std::vector<Row<ZC24>> colourOperations = {
     {"ImgOper (C24 Image, Image to Image)", [](auto roi) { ImgOper(ARITH_LOGIC_ADD, roi, roi, roi); }},
     {"ImgConvert (C24 to BW8)", [](auto roi) { ImgConvert(roi, beside<ZBW8>(roi)); }},
     {"ImgThreshold (C24)", [](auto roi) { ImgThreshold(roi, beside<ZBW8>(roi), {}, {}, nullptr, 1, 2); }},
+    {"ImgConvolKernel (C24)", [](auto roi) { ImgConvolKernel(roi, roi, &kernel); }},
     {"ImgConvolLowpass3 (C24)", [](auto roi) { ImgConvolLowpass3(roi, roi); }},
     {"ImgScaleRotate (C24)", [](auto roi) { ImgScaleRotate(roi, 0, 0, 0, 0, 1, 1, 0, roi, 0); }},
     {"ImgScaleRotate (C24)", [](auto roi) { ImgRegister(roi, roi, 0, 0, 0, 0, 0); }},
@@ -211,6 +214,7 @@ const std::vector<Row<ZBW8>> unstoppable = {
     {"ImgBinaryMoments (second order)", [](auto roi) { ImgBinaryMoments(roi, 1, r.f0, r.f1, r.f2, r.f3, r.f4, r.f5); }},
     {"ImgWeighedMoments (first order)", [](auto roi) { ImgWeighedMoments(roi, r.f0, r.f1, r.f2); }},
     {"ImgWeighedMoments (second order)", [](auto roi) { ImgWeighedMoments(roi, r.f0, r.f1, r.f2, r.f3, r.f4, r.f5); }},
+    {"ImgConvolSymmetricKernel", [](auto roi) { ImgConvolSymmetricKernel(roi, roi, &kernel); }},
     {"ImgConvolLowpass3", [](auto roi) { ImgConvolLowpass3(roi, roi); }},
 };
 

@@ -4,6 +4,8 @@
 #include "zkit/core/error.h"
 #include "zkit/core/roi.h"
 #include "zkit/export.h"
+#include "zkit/img/convolution.h"
+#include "zkit/img/kernel.h"
 
 /// Uniform smoothing: dst = (sum of the 3 x 3 neighbourhood of src) / 9, truncated. Pixels outside the region count 0,
 /// so that the border darkens. Works in place and between overlapping regions.

@@ -1,0 +1,135 @@
+// Convolution in fixed point: kernels to integers, and the walk over pairs of rows.
+#include "filter/convolution.h"
+#include "filter/work_rows.h"
+#include "frame/numbers.h"
+#include "frame/overlap.h"
+#include "simd/choice.h"
+
+#include <algorithm>
+
+namespace zkit {
+
+namespace {
+
+// Coefficients of two rows for the two pixels of an entry.
+std::uint32_t entry(std::int32_t above, std::int32_t below)
+{
+    return (static_cast<std::uint32_t>(above) & 0xFFFF) | static_cast<std::uint32_t>(below) << 16;
+}
+
+// The coefficients as packed workers take them.
+void makePairs(FixedKernel& kernel)
+{
+    const auto at = [&](int row, int column) -> std::int64_t {
+        return row >= 0 && row < kernel.size ? kernel.coefficients[row * kernel.size + column] : 0;
+    };
+    const auto low = [](std::int64_t coefficient) { return static_cast<std::int16_t>(coefficient); };
+    const auto high = [&](std::int64_t coefficient) {
+        return static_cast<std::int16_t>((coefficient - low(coefficient)) >> 16);
+    };
+    kernel.wide = false;
+    for (int parity = 0; parity < 2; ++parity)
+        for (int p = 0; p <= kernel.size / 2; ++p)
+            for (int k = 0; k < kernel.size; ++k) {
+                const std::int64_t above = at(2 * p - parity, k), below = at(2 * p + 1 - parity, k);
+                kernel.low[parity][p][k] = entry(low(above), low(below));
+                kernel.high[parity][p][k] = entry(high(above), high(below));
+                kernel.wide |= kernel.high[parity][p][k] != 0;
+            }
+}
+
+// The kernel whose coefficients add up to `sum`; coefficientAt(i) is the one at index i.
+template <class CoefficientAt>
+FixedKernel makeKernel(const ZKernel& from, double sum, CoefficientAt coefficientAt)
+{
+    const bool negative = from.GetRectifier() == 1;
+    const double gain = sum != 0 ? static_cast<double>(from.GetGain()) / sum : static_cast<double>(from.GetGain());
+    const double signedGain = negative ? -gain : gain;
+    const std::uint32_t offset = from.GetOffset() * 32768U;
+
+    FixedKernel kernel{};
+    kernel.size = from.GetSizeX();
+    for (int i = 0; i < kernel.size * kernel.size; ++i)
+        kernel.coefficients[i] = truncated(static_cast<double>(coefficientAt(i)) * signedGain * 32768.0);
+    kernel.offset = static_cast<std::int32_t>(negative ? 0U - offset : offset);
+    kernel.absolute = from.GetRectifier() == 3;
+    makePairs(kernel);
+    return kernel;
+}
+
+// The index that stands in the upper left octant for the one at row and column.
+int octantIndex(int size, int row, int column)
+{
+    const int fromTop = std::min(row, size - 1 - row), fromLeft = std::min(column, size - 1 - column);
+    return std::min(fromTop, fromLeft) * size + std::max(fromTop, fromLeft);
+}
+
+// Border: pixels outside count as the nearest ones inside.
+void repeatEnds(std::uint32_t* entries, std::ptrdiff_t count, std::ptrdiff_t beside, int step)
+{
+    for (std::ptrdiff_t x = 0; x < beside; ++x) {
+        entries[-1 - x] = entries[step - 1 - x % step];
+        entries[count + x] = entries[count - step + x % step];
+    }
+}
+
+}  // namespace
+
+FixedKernel fixedKernel(const ZKernel& kernel)
+{
+    const float* const data = kernel.GetDataPtr();
+    double sum = 0;
+    for (int i = 0; i < kernel.GetSizeX() * kernel.GetSizeY(); ++i)
+        sum += static_cast<double>(data[i]);
+    return makeKernel(kernel, sum, [=](int i) { return data[i]; });
+}
+
+FixedKernel symmetricFixedKernel(const ZKernel& kernel)
+{
+    const float* const data = kernel.GetDataPtr();
+    const int size = kernel.GetSizeX(), half = size / 2;
+    double sum = 0;
+    for (int row = 0; row <= half; ++row)
+        for (int column = row; column <= half; ++column) {
+            const int alike = column == half ? (row == half ? 1 : 4) : row == column ? 4 : 8;
+            sum += alike * static_cast<double>(data[row * size + column]);
+        }
+    return makeKernel(kernel, sum, [=](int i) { return data[octantIndex(size, i / size, i % size)]; });
+}
+
+bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& kernel)
+{
+    if (src.width <= 0 || src.height <= 0)
+        return true;
+    constexpr int mostPairs = (FixedKernel::largest + 1) / 2;
+    const int half = kernel.size / 2, pairs = half + 1;
+    const std::ptrdiff_t beside = std::ptrdiff_t{half} * step;
+    SeparateSource separate;
+    WorkRows<std::uint32_t> entries;
+    WorkRows<std::uint8_t> spare;  // for the row after the last one
+    if (!(inPlace(src, dst) || separate.forNeighbours(src, dst)) ||
+        !entries.make(pairs, beside, src.width, beside, 0) || !spare.make(1, 0, src.width, 0, 0))
+        return false;
+
+    const auto& worker = workers<FixedConvolutionWorkers>();
+    const auto sourceRow = [&](std::ptrdiff_t y) {
+        return src.data + std::clamp<std::ptrdiff_t>(y, 0, src.height - 1) * src.pitch;
+    };
+    std::ptrdiff_t made = 0;  // pair i consists of rows 2 i - half and 2 i - half + 1
+    for (std::ptrdiff_t i = 0; 2 * i < src.height; ++i) {
+        for (; made < i + pairs; ++made) {
+            std::uint32_t* const out = entries.row(made % pairs);
+            worker.pair(sourceRow(2 * made - half), sourceRow(2 * made - half + 1), out, src.width);
+            repeatEnds(out, src.width, beside, step);
+        }
+        const std::uint32_t* around[mostPairs];
+        for (int p = 0; p < pairs; ++p)
+            around[p] = entries.row((i + p) % pairs);
+        std::uint8_t* const upper = dst.data + 2 * i * dst.pitch;
+        std::uint8_t* const lower = 2 * i + 1 < src.height ? upper + dst.pitch : spare.row(0);
+        worker.rows(around, upper, lower, src.width, step, kernel);
+    }
+    return true;
+}
+
+}  // namespace zkit

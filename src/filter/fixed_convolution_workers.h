@@ -1,0 +1,38 @@
+// Convolution in fixed point. Rows come in pairs: an entry is the pixel of the upper row, and in its upper 16 bits that
+// of the lower row.
+#pragma once
+
+#include "simd/plane.h"
+
+namespace zkit {
+
+// A kernel of size x size, 3, 5 or 7, and how sums become pixels. All numbers wrap at 32 bits.
+struct FixedKernel {
+    static constexpr int largest = 7;
+
+    int size;
+    std::int32_t coefficients[largest * largest];
+    std::int32_t offset;  // with 15 bits of fraction, like the coefficients
+    bool absolute;
+
+    // The coefficients for packed workers, for both pixels of an entry, of the upper and of the lower of two
+    // destination rows. `high` holds their upper 16 bits where some do not fit into the signed 16 of `low`.
+    using Pairs = std::uint32_t[(largest + 1) / 2][largest];  // [pair of rows][column]
+    Pairs low[2], high[2];
+    bool wide;
+};
+
+struct FixedConvolutionWorkers {
+    // out[x] = above[x] + below[x] * 65536
+    void (*pair)(const std::uint8_t* above, const std::uint8_t* below, std::uint32_t* out, std::ptrdiff_t count);
+
+    // Two rows of the result, of (size + 1) / 2 pairs of rows. There is at least one pixel. Entries to the left and
+    // right of those for `count` pixels belong to the pixels outside, `step` entries apart, and up to readAhead more
+    // may be read.
+    void (*rows)(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
+                 int step, const FixedKernel& kernel);
+
+    static const FixedConvolutionWorkers plain, sse2, avx2;
+};
+
+}  // namespace zkit
