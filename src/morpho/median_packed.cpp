@@ -1,5 +1,5 @@
 #include "morpho/median_workers.h"
-#include "simd/neighbourhood.h"
+#include "simd/neighbour_rows.h"
 
 namespace zkit::ZKIT_SET {
 namespace {

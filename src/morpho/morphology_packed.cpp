@@ -13,7 +13,7 @@
 //   those of wider squares are made of two to four of them, or by blocks again.
 #include "morpho/morphology_workers.h"
 #include "simd/map.h"
-#include "simd/neighbourhood.h"
+#include "simd/neighbour_rows.h"
 
 namespace zkit::ZKIT_SET {
 namespace {
