@@ -85,8 +85,6 @@ private:
 
 namespace {
 
-constexpr bool replacesPending = true;
-
 // Gains from 0 to 4 in fixed point and offsets of 16 bits, both truncated; what is not a number counts as 0.
 bool fixedPointFits(Grey, Grey, float gain, float offset)
 {
@@ -98,17 +96,17 @@ const Operation operations[] = {
     operation<short(Grey, Grey, ZVector*)>("ImgLut (vector)", ImgLut),
     operation<void(Grey, Grey, ZBW8Vector*)>("ImgLut (typed vector)", ImgLut),
     operation("ImgNormalize", ImgNormalize),
-    operation<void(Grey, Grey, float, float)>("ImgGainOffset (BW8)", ImgGainOffset, false, fixedPointFits),
+    operation<void(Grey, Grey, float, float)>("ImgGainOffset (BW8)", ImgGainOffset, Pending::stops, fixedPointFits),
     operation<void(Colour, Colour, ZColor, ZColor)>("ImgGainOffset (C24)", ImgGainOffset),
     operation("ImgTransform", ImgTransform),
     operation<void(Grey, ZBW8, Grey, Grey)>("ImgUniformize (light)", ImgUniformize),
     operation<void(Grey, ZBW8, Grey, ZBW8, Grey, Grey)>("ImgUniformize (light, dark)", ImgUniformize),
 
-    operation<void(Deep, Grey, unsigned)>("ImgConvert (BW16 to BW8)", ImgConvert, replacesPending),
-    operation<void(Grey, Deep, unsigned)>("ImgConvert (BW8 to BW16)", ImgConvert, replacesPending),
-    operation("ImgConvertTo422", ImgConvertTo422, replacesPending),
-    operation<void(Grey, Colour)>("ImgConvert (BW8 to C24)", ImgConvert, replacesPending),
-    operation<void(Colour, Grey)>("ImgConvert (C24 to BW8)", ImgConvert, replacesPending),
+    operation<void(Deep, Grey, unsigned)>("ImgConvert (BW16 to BW8)", ImgConvert, Pending::replaced),
+    operation<void(Grey, Deep, unsigned)>("ImgConvert (BW8 to BW16)", ImgConvert, Pending::replaced),
+    operation("ImgConvertTo422", ImgConvertTo422, Pending::replaced),
+    operation<void(Grey, Colour)>("ImgConvert (BW8 to C24)", ImgConvert, Pending::replaced),
+    operation<void(Colour, Grey)>("ImgConvert (C24 to BW8)", ImgConvert, Pending::replaced),
 
     operation("ImgOper1c2", ImgOper1c2),
     operation("ImgOper123", ImgOper123),

@@ -47,13 +47,17 @@ private:
     std::size_t index_;
 };
 
+// What a pending error means to an operation: it stops it, it stops it but unusable regions are reported in its place,
+// or the operation works in spite of it.
+enum class Pending { stops, replaced, ignored };
+
 // A call of an operation whose last region is its destination.
 struct Call {
     const char* name;
     Layout layout;
     std::vector<std::uint8_t> bytes;  // of the buffer, before
     Z_ERRORS pending;                 // the error that is pending before, if any
-    bool replacesPending;             // the operation may do so
+    Pending meaning;                  // of the pending error
     Workers packed;                   // to be tried beside the plain ones
     bool packedAgrees;                // with the plain ones
     std::function<short(Arena&)> run;
@@ -117,15 +121,18 @@ inline void require(bool condition, const Call& call, const char* fault)
 // Whether the operation has done its work, which an error that reports pixels divided by zero does not prevent.
 inline bool finished(const Call& call, const Outcome& result)
 {
-    return call.pending == Z_OK && (result.code == Z_OK || result.code == Z_ERROR_DIVISION_BY_ZERO_PIXEL);
+    if (call.pending != Z_OK)
+        return call.meaning == Pending::ignored && result.code == call.pending;
+    return result.code == Z_OK || result.code == Z_ERROR_DIVISION_BY_ZERO_PIXEL;
 }
 
 inline Outcome checkedOutcome(const Call& call, const Workers& workers)
 {
     Outcome result = outcome(call, call.layout, call.bytes, workers);
     require(result.returned == result.code, call, "returns another code than it raises");
-    const bool mayReplace =
-        call.replacesPending && (result.code == Z_ERROR_NO_PIXELS || result.code == Z_ERROR_SIZE_MISMATCH);
+    const bool ofRegions = result.code == Z_ERROR_NO_PIXELS || result.code == Z_ERROR_SIZE_MISMATCH;
+    const bool mayReplace = (call.meaning != Pending::stops && ofRegions) ||
+                            (call.meaning == Pending::ignored && result.code == Z_ERROR_ROI_PLACEMENT);
     require(call.pending == Z_OK || result.code == call.pending || mayReplace, call, "loses a pending error");
     if (finished(call, result)) {
         for (std::size_t i = 0; i < call.layout.regions().size(); ++i)
@@ -171,15 +178,17 @@ struct Fuzzed<Result(A...)> {
     using Agrees = bool(A...);
 
     Result (*function)(A...);
-    bool replacesPending;
+    Pending meaning;
     Agrees* packedAgrees;
 
     void operator()(const char* name, Input& input) const
     {
         Layout layout(input);
         const std::tuple<Argument<A>...> arguments{Argument<A>(input, layout)...};
-        const Z_ERRORS errors[] = {Z_ERROR_BAD_MODE, Z_ERROR_SIZE_MISMATCH, Z_ERROR_DIVISION_BY_ZERO_PIXEL};
-        const Z_ERRORS pending = input.oneIn(16) ? errors[input.number(0, 2)] : Z_OK;
+        // The last one would not tell an operation that works in spite of it from one that raises it.
+        const Z_ERRORS errors[] = {Z_ERROR_BAD_MODE, Z_ERROR_DIVISION_BY_ZERO_PIXEL, Z_ERROR_SIZE_MISMATCH};
+        const int last = meaning == Pending::ignored ? 1 : 2;
+        const Z_ERRORS pending = input.oneIn(16) ? errors[input.number(0, last)] : Z_OK;
         const Workers packed = packedWorkers(input);
         std::vector<std::uint8_t> bytes(layout.size());
         input.fill(bytes);
@@ -196,15 +205,15 @@ struct Fuzzed<Result(A...)> {
             }
         };
         Arena arena(layout, bytes);
-        check({name, layout, bytes, pending, replacesPending, packed, !packedAgrees || with(packedAgrees, arena), run});
+        check({name, layout, bytes, pending, meaning, packed, !packedAgrees || with(packedAgrees, arena), run});
     }
 };
 
 // @param packedAgrees  says for the arguments of a call whether both kinds of workers must give the same pixels; else
 //                      they always must.
 template <class Signature>
-Operation operation(const char* name, Signature* function, bool replacesPending = false,
+Operation operation(const char* name, Signature* function, Pending meaning = Pending::stops,
                     typename Fuzzed<Signature>::Agrees* packedAgrees = nullptr)
 {
-    return {name, Fuzzed<Signature>{function, replacesPending, packedAgrees}};
+    return {name, Fuzzed<Signature>{function, meaning, packedAgrees}};
 }

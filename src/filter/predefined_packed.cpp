@@ -1,25 +1,169 @@
 #include "filter/predefined_workers.h"
 #include "simd/neighbourhood.h"
 
+// The formulas, on words: no value on the way to a result is above 2295.
 namespace zkit::ZKIT_SET {
 namespace {
 
-struct Lowpass3 {
-    Columns sums;
+// The sum of three neighbours in a row or a column, and with the one in the middle twice.
+inline Columns sum(const Columns& a, const Columns& b, const Columns& c) { return a + b + c; }
+inline Columns smoothed(const Columns& a, const Columns& b, const Columns& c) { return (a + b) + (b + c); }
 
-    Lowpass3() = default;
-    Lowpass3(Bytes above, Bytes here, Bytes below) : sums(Columns(above) + Columns(here) + Columns(below)) {}
+// A row of pixels, seen with its neighbours to the left and right. What no formula of a filter asks for is never made.
+struct Row {
+    Columns centre, sides, slope;
+    Columns square;  // what the row above and the one below add to the eight neighbours
+    Columns three, smooth;
+    Columns peak4, peak5, peak8, peak9;  // what the pixels stand out, so many times themselves
 
     template <int step>
-    static Bytes filtered(const Lowpass3& previous, const Lowpass3& here, const Lowpass3& next)
+    explicit Row(const Neighbours<step>& n)
+        : centre(n.here),
+          sides(n.leftColumns() + n.rightColumns()),
+          slope(n.rightColumns() - n.leftColumns()),
+          square(sides + centre),
+          three(n.three()),
+          smooth(smoothed(n.leftColumns(), centre, n.rightColumns())),
+          peak4(4 * centre - sides),
+          peak5(5 * centre - sides),
+          peak8(8 * centre - sides),
+          peak9(9 * centre - sides)
     {
-        const Columns nine = here.sums + bothSides<step>(previous.sums, here.sums, next.sums);
-        const Words ninth = broadcastWord(65536 / 9 + 1);  // truncates sums of nine bytes
-        return interleave(multiplyHigh(nine.even, ninth), multiplyHigh(nine.odd, ninth));
     }
+};
+
+// Signed values as bytes: their magnitude, at most 255.
+inline Bytes asMagnitudes(const Columns& a) { return saturated(magnitude(a)); }
+
+// Values divided by 2^count, truncated, as bytes, which they must fit.
+inline Bytes asQuotients(const Columns& a, int count)
+{
+    return Bytes{(shiftRight(a.even, count) | (shiftLeft(a.odd, 8 - count) & broadcastWord(0xFF00))).r};
+}
+
+inline Bytes highpass1(const Row& above, const Row& here, const Row& below)
+{
+    return asMagnitudes(here.peak5 - above.centre - below.centre);
+}
+
+inline Bytes highpass2(const Row& above, const Row& here, const Row& below)
+{
+    return asMagnitudes(here.peak9 - above.square - below.square);
+}
+
+inline Bytes laplacian4(const Row& above, const Row& here, const Row& below)
+{
+    return asMagnitudes(here.peak4 - above.centre - below.centre);
+}
+
+inline Bytes laplacian8(const Row& above, const Row& here, const Row& below)
+{
+    return asMagnitudes(here.peak8 - above.square - below.square);
+}
+
+inline Bytes lowpass1(const Row& above, const Row& here, const Row& below)
+{
+    const Columns half(broadcastWord(8), broadcastWord(8));
+    return asQuotients(smoothed(above.smooth, here.smooth, below.smooth) + half, 4);
+}
+
+inline Bytes lowpass2(const Row& above, const Row& here, const Row& below)
+{
+    return asQuotients(sum(above.square, here.sides, below.square), 3);
+}
+
+inline Bytes lowpass3(const Row& above, const Row& here, const Row& below)
+{
+    const Columns nine = sum(above.three, here.three, below.three);
+    const Words ninth = broadcastWord(65536 / 9 + 1);  // truncates sums of nine bytes
+    return interleave(multiplyHigh(nine.even, ninth), multiplyHigh(nine.odd, ninth));
+}
+
+inline Bytes sobelX(const Row& above, const Row& here, const Row& below)
+{
+    return asMagnitudes(smoothed(above.slope, here.slope, below.slope));
+}
+
+inline Bytes sobelY(const Row& above, const Row&, const Row& below)
+{
+    return asMagnitudes(below.smooth - above.smooth);
+}
+
+inline Bytes sobelXY(const Row& above, const Row& here, const Row& below)
+{
+    return saturated(magnitude(smoothed(above.slope, here.slope, below.slope)) +
+                     magnitude(below.smooth - above.smooth));
+}
+
+inline Bytes prewittX(const Row& above, const Row& here, const Row& below)
+{
+    return asMagnitudes(sum(above.slope, here.slope, below.slope));
+}
+
+inline Bytes prewittY(const Row& above, const Row&, const Row& below)
+{
+    return asMagnitudes(below.three - above.three);
+}
+
+inline Bytes prewittXY(const Row& above, const Row& here, const Row& below)
+{
+    return saturated(magnitude(sum(above.slope, here.slope, below.slope)) + magnitude(below.three - above.three));
+}
+
+// The other ones need no words.
+struct ByteRow {
+    Bytes left, here, right;
+
+    template <int step>
+    explicit ByteRow(const Neighbours<step>& n) : left(n.left), here(n.here), right(n.right)
+    {
+    }
+};
+
+// (a + 2 b + c) / 4, truncated: the truncated half of b and the truncated half of a + c.
+inline Bytes smoothed(Bytes a, Bytes b, Bytes c)
+{
+    const auto average = [](Bytes p, Bytes q) { return averageUp(p, q) - ((p ^ q) & broadcast(1)); };
+    return average(average(a, c), b);
+}
+
+inline Bytes distance(Bytes a, Bytes b) { return subtractSaturated(a, b) | subtractSaturated(b, a); }
+
+inline Bytes lowpass1X(const ByteRow&, const ByteRow& row, const ByteRow&)
+{
+    return smoothed(row.left, row.here, row.right);
+}
+
+inline Bytes lowpass1Y(const ByteRow& above, const ByteRow& row, const ByteRow& below)
+{
+    return smoothed(above.here, row.here, below.here);
+}
+
+inline Bytes roberts(const ByteRow&, const ByteRow& row, const ByteRow& below)
+{
+    return addSaturated(distance(row.here, below.right), distance(row.right, below.here));
+}
+
+constexpr PredefinedWorkers table = {
+    .highpass1 = filterBand<highpass1, ZerosOutside>,
+    .highpass2 = filterBand<highpass2, ZerosOutside>,
+    .lowpass1 = filterBand<lowpass1, ZerosOutside>,
+    .lowpass2 = filterBand<lowpass2, ZerosOutside>,
+    .lowpass3 = filterBand<lowpass3, ZerosOutside>,
+    .sobelX = filterBand<sobelX, ZerosOutside>,
+    .sobelY = filterBand<sobelY, ZerosOutside>,
+    .sobelXY = filterBand<sobelXY, ZerosOutside>,
+    .prewittX = filterBand<prewittX, ZerosOutside>,
+    .prewittY = filterBand<prewittY, ZerosOutside>,
+    .prewittXY = filterBand<prewittXY, ZerosOutside>,
+    .laplacian4 = filterBand<laplacian4, ZerosOutside>,
+    .laplacian8 = filterBand<laplacian8, ZerosOutside>,
+    .lowpass1X = filterBand<lowpass1X, RepeatedOutside>,
+    .lowpass1Y = filterBand<lowpass1Y, RepeatedOutside>,
+    .roberts = filterBand<roberts, RepeatedOutside>,
 };
 
 }  // namespace
 }  // namespace zkit::ZKIT_SET
 
-const zkit::PredefinedWorkers zkit::PredefinedWorkers::ZKIT_SET = {ZKIT_SET::filterRow<ZKIT_SET::Lowpass3>};
+const zkit::PredefinedWorkers zkit::PredefinedWorkers::ZKIT_SET = ZKIT_SET::table;

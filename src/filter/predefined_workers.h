@@ -1,4 +1,4 @@
-// The predefined 3 x 3 filters, one row at a time.
+// The predefined 3 x 3 filters, a band of rows at a time.
 #pragma once
 
 #include "simd/plane.h"
@@ -6,7 +6,12 @@
 namespace zkit {
 
 struct PredefinedWorkers {
-    FilterRow lowpass3;
+    FilterBand highpass1, highpass2;
+    FilterBand lowpass1, lowpass2, lowpass3;
+    FilterBand sobelX, sobelY, sobelXY;
+    FilterBand prewittX, prewittY, prewittXY;
+    FilterBand laplacian4, laplacian8;
+    FilterBand lowpass1X, lowpass1Y, roberts;  // repeat the pixels at the ends of rows
 
     static const PredefinedWorkers plain, sse2, avx2;
 };

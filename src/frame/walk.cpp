@@ -2,6 +2,7 @@
 
 #include "frame/checks.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -27,7 +28,7 @@ bool preparePoints(std::span<PointSource> sources, Target& dst, int dstPixelSize
     return true;
 }
 
-bool filterRows(Source src, const Target& dst, int step, FilterRow filter)
+bool filterRows(Source src, const Target& dst, int step, FilterBand filter, OuterRows outer)
 {
     if (src.width <= 0 || src.height <= 0)
         return true;
@@ -37,21 +38,33 @@ bool filterRows(Source src, const Target& dst, int step, FilterRow filter)
     if (!overwritten && !separate.forNeighbours(src, dst))
         return false;
 
-    // A row of zeros, and in place the last two rows as they were before they were overwritten.
-    const std::unique_ptr<std::uint8_t[]> rows(new (std::nothrow) std::uint8_t[(overwritten ? 3 : 1) * width]());
-    if (!require(rows != nullptr, Z_ERROR_OUT_OF_MEMORY))
+    // A row of zeros, and in place those of a band and the one above it as they were before they were overwritten.
+    constexpr std::ptrdiff_t keptRows = rowsOfBand + 1;
+    const std::unique_ptr<std::uint8_t[]> buffer(new (std::nothrow)
+                                                     std::uint8_t[(overwritten ? keptRows + 1 : 1) * width]());
+    if (!require(buffer != nullptr, Z_ERROR_OUT_OF_MEMORY))
         return false;
-    const std::uint8_t* const outside = rows.get();
-    std::uint8_t* const kept[2] = {rows.get() + width, rows.get() + 2 * width};
+    const auto sourceRow = [&](std::ptrdiff_t y) { return src.data + y * src.pitch; };
+    const auto unchangedRow = [&](std::ptrdiff_t y) -> const std::uint8_t* {
+        if (!overwritten)
+            return sourceRow(y);
+        return static_cast<std::uint8_t*>(
+            std::memcpy(buffer.get() + (1 + y % keptRows) * src.width, sourceRow(y), width));
+    };
+    const auto outerRow = [&](const std::uint8_t* nearest) {
+        return outer == OuterRows::zero ? buffer.get() : nearest;
+    };
 
-    const std::uint8_t* above = outside;
-    for (std::ptrdiff_t y = 0; y < src.height; ++y) {
-        const std::uint8_t* here = src.data + y * src.pitch;
-        const std::uint8_t* below = y + 1 < src.height ? here + src.pitch : outside;
-        if (overwritten)
-            here = static_cast<std::uint8_t*>(std::memcpy(kept[y % 2], here, width));
-        filter(above, here, below, dst.data + y * dst.pitch, src.width, step);
-        above = here;
+    const std::uint8_t* rows[rowsOfBand + 2];
+    const std::uint8_t* above = nullptr;
+    for (std::ptrdiff_t top = 0; top < src.height; top += rowsOfBand) {
+        const std::ptrdiff_t count = std::min<std::ptrdiff_t>(rowsOfBand, src.height - top);
+        for (std::ptrdiff_t i = 0; i < count; ++i)
+            rows[i + 1] = unchangedRow(top + i);
+        rows[0] = top > 0 ? above : outerRow(rows[1]);
+        rows[count + 1] = top + count < src.height ? sourceRow(top + count) : outerRow(rows[count]);
+        filter(rows, {dst.data + top * dst.pitch, dst.pitch, src.width, count}, step);
+        above = rows[count];
     }
     return true;
 }

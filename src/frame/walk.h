@@ -60,8 +60,11 @@ bool pointRows(const ZGenericROI* dst, Row row, const Sources*... sources)
     return pointRows(Joining::allowed, dst, row, sources...);
 }
 
-// Filters all rows from the top down, the rows above the first and below the last counting 0. Source and destination
-// may overlap. Widths count bytes. Raises 1303 and returns false when there is no memory for the rows it keeps.
-bool filterRows(Source src, const Target& dst, int step, FilterRow filter);
+// What a filter takes for the row above the first one and below the last one.
+enum class OuterRows { zero, repeated };
+
+// Filters all rows from the top down. Source and destination may overlap; the destination is as large as the source.
+// Widths count bytes. Raises 1303 and returns false when there is no memory for the rows it keeps.
+bool filterRows(Source src, const Target& dst, int step, FilterBand filter, OuterRows outer);
 
 }  // namespace zkit

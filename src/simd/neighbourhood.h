@@ -1,9 +1,8 @@
-// Rows of 3 x 3 filters on bytes, grey or interleaved colour.
+// Bands of rows of 3 x 3 filters on bytes, grey or interleaved colour.
 //
-// A filter is a class: what it keeps of a vector of columns, made from the three rows of it (by default: columns of
-// zeros), and
-//     template <int step> static Bytes filtered(previous, here, next);
-// the results for the columns of `here`, given the columns before and after them. Neighbours are `step` columns away.
+// A filter is a function Bytes(const Row& above, const Row& here, const Row& below): the results for the pixels of
+// `here`. Row, a class of the filter's, is what it needs to know of a vector of pixels, made from their Neighbours. A
+// vector is walked down a whole band, so that every Row is made once for the three rows of results that it is part of.
 #pragma once
 
 #include "simd/vector.h"
@@ -11,86 +10,179 @@
 namespace zkit::ZKIT_SET {
 namespace {
 
-// A value for each of as many columns as a vector has lanes: those of the even and of the odd columns apart.
+// A value for each of as many pixels as a vector has lanes: those of the even and of the odd lanes apart.
 struct Columns {
-    Words even = broadcastWord(0), odd = broadcastWord(0);
+    Words even, odd;
 
-    Columns() = default;
     Columns(Words ofEven, Words ofOdd) : even(ofEven), odd(ofOdd) {}
     explicit Columns(Bytes pixels) : even(evenBytes(pixels)), odd(oddBytes(pixels)) {}
 };
 
 inline Columns operator+(const Columns& a, const Columns& b) { return {a.even + b.even, a.odd + b.odd}; }
+inline Columns operator-(const Columns& a, const Columns& b) { return {a.even - b.even, a.odd - b.odd}; }
+inline Columns operator*(int factor, const Columns& a)
+{
+    return {broadcastWord(factor) * a.even, broadcastWord(factor) * a.odd};
+}
+inline Columns magnitude(const Columns& a) { return {magnitude(a.even), magnitude(a.odd)}; }
 
-// The sums of the left and the right neighbours of the columns of `here`. Neighbours are an odd number of columns away,
-// so that those of an even column are odd ones and the other way round.
+// Signed values as bytes, with saturation to 0..255.
+inline Bytes saturated(const Columns& a) { return interleaveSaturated(a.even, a.odd); }
+
+// A vector of pixels and those `step` bytes to the left and right of them.
 template <int step>
-Columns bothSides(const Columns& previous, const Columns& here, const Columns& next)
-{
-    constexpr int far = (step + 1) / 2, near = step / 2;
-    Words rightOfEven = here.odd, leftOfOdd = here.even;
-    if constexpr (near > 0) {
-        rightOfEven = after<near>(here.odd, next.odd);
-        leftOfOdd = before<near>(previous.even, here.even);
+struct Neighbours {
+    Bytes left, here, right;
+
+    // Neighbours of an even lane that are 1 byte away are odd lanes of the pixels themselves, and the other way round.
+    Columns leftColumns() const { return step == 1 ? Columns(evenBytes(left), evenBytes(here)) : Columns(left); }
+    Columns rightColumns() const { return step == 1 ? Columns(oddBytes(here), oddBytes(right)) : Columns(right); }
+
+    // The sums of the three.
+    Columns three() const
+    {
+        if constexpr (step != 1)
+            return Columns(left) + Columns(here) + Columns(right);
+        const Words pair = evenBytes(here) + oddBytes(here);
+        return {evenBytes(left) + pair, pair + oddBytes(right)};
     }
-    return {before<far>(previous.odd, here.odd) + rightOfEven, leftOfOdd + after<far>(here.even, next.even)};
+};
+
+// What lies beyond the ends of a row: the vectors before its first pixel and after its last one, of which only the
+// nearest `step` bytes matter.
+struct ZerosOutside {
+    template <int step>
+    static Bytes before(const std::uint8_t*)
+    {
+        return broadcast(0);
+    }
+
+    template <int step>
+    static Bytes after(const std::uint8_t*)
+    {
+        return broadcast(0);
+    }
+};
+
+struct RepeatedOutside {
+    template <int step>
+    static Bytes before(const std::uint8_t* first)
+    {
+        if constexpr (step == 1)
+            return broadcast(first[0]);
+        std::uint8_t pixels[Bytes::lanes] = {};
+        __builtin_memcpy(pixels + Bytes::lanes - step, first, step);
+        return load(pixels);
+    }
+
+    template <int step>
+    static Bytes after(const std::uint8_t* end)
+    {
+        if constexpr (step == 1)
+            return broadcast(end[-1]);
+        std::uint8_t pixels[Bytes::lanes] = {};
+        __builtin_memcpy(pixels, end - step, step);
+        return load(pixels);
+    }
+};
+
+// Vectors of pixels at an address with their neighbours: within a row, at its beginning and at its end.
+template <int step>
+Neighbours<step> within(const std::uint8_t* p)
+{
+    return {load(p - step), load(p), load(p + step)};
 }
 
-// A row of at least three vectors, given the vectors of columns from x on, columns(x).
-template <class Filter, int step, class ColumnsAt>
-void filterLongRow(std::uint8_t* out, std::ptrdiff_t count, ColumnsAt columns)
+template <class Outside, int step>
+Neighbours<step> first(const std::uint8_t* p)
 {
-    Filter previous, here = columns(0), next;
-    std::ptrdiff_t x = 0;
-    for (; x + 2 * Bytes::lanes <= count; x += Bytes::lanes) {
-        next = columns(x + Bytes::lanes);
-        store(out + x, Filter::template filtered<step>(previous, here, next));
-        previous = here;
-        here = next;
-    }
-    const std::ptrdiff_t last = count - Bytes::lanes;
-    if (x < last) {  // the last two vectors end with the row and repeat a few columns
-        previous = columns(last - 2 * Bytes::lanes);
-        here = columns(last - Bytes::lanes);
-        next = columns(last);
-        store(out + last - Bytes::lanes, Filter::template filtered<step>(previous, here, next));
-        previous = here;
-        here = next;
-    }
-    store(out + last, Filter::template filtered<step>(previous, here, Filter()));
+    return {before<step>(Outside::template before<step>(p), load(p)), load(p), load(p + step)};
 }
 
-template <class Filter, int step>
-void filterAnyRow(const std::uint8_t* above, const std::uint8_t* here, const std::uint8_t* below, std::uint8_t* out,
-                  std::ptrdiff_t count)
+template <class Outside, int step>
+Neighbours<step> last(const std::uint8_t* p)
 {
-    constexpr std::ptrdiff_t most = 3 * Bytes::lanes;
-    if (count >= most) {
-        filterLongRow<Filter, step>(
-            out, count, [=](std::ptrdiff_t x) { return Filter(load(above + x), load(here + x), load(below + x)); });
+    return {load(p - step), load(p), after<step>(load(p), Outside::template after<step>(p + Bytes::lanes))};
+}
+
+template <class Row>
+Row rowOf(Bytes (*filter)(const Row& above, const Row& here, const Row& below));
+
+// The columns from x on; neighbours(p) are those of the pixels at p.
+template <auto filter, auto neighbours>
+[[gnu::flatten]] void filterColumns(const std::uint8_t* const* rows, const Target& out, std::ptrdiff_t x)
+{
+    using Row = decltype(rowOf(filter));
+    const auto at = [=](std::ptrdiff_t y) { return Row(neighbours(rows[y] + x)); };
+    std::uint8_t* result = out.data + x;
+    const auto put = [&result, pitch = out.pitch](Bytes pixels) {
+        store(result, pixels);
+        result += pitch;
+    };
+    // Each row takes the place of the one that is no longer needed.
+    Row above = at(0), here = at(1);
+    std::ptrdiff_t y = 2;
+    const std::ptrdiff_t end = out.height + 2;
+    for (; y + 3 <= end; y += 3) {
+        const Row below = at(y);
+        put(filter(above, here, below));
+        above = at(y + 1);
+        put(filter(here, below, above));
+        here = at(y + 2);
+        put(filter(below, above, here));
+    }
+    if (y < end) {
+        const Row below = at(y);
+        put(filter(above, here, below));
+        if (y + 1 < end)
+            put(filter(here, below, at(y + 1)));
+    }
+}
+
+// Rows that are too short for a vector at either end are filtered among what lies outside them.
+template <auto filter, class Outside, int step>
+void filterShortRows(const std::uint8_t* const* rows, const Target& out)
+{
+    constexpr int most = 2 * Bytes::lanes;  // pixels that are filtered, whatever the width
+    std::uint8_t padded[rowsOfBand + 2][2 * most] = {}, filtered[rowsOfBand][most];
+    const std::uint8_t* paddedRows[rowsOfBand + 2];
+    for (std::ptrdiff_t y = 0; y < out.height + 2; ++y) {
+        std::uint8_t* const row = padded[y] + Bytes::lanes;
+        store(row - Bytes::lanes, Outside::template before<step>(rows[y]));
+        __builtin_memcpy(row, rows[y], static_cast<std::size_t>(out.width));
+        store(row + out.width, Outside::template after<step>(rows[y] + out.width));
+        paddedRows[y] = row;
+    }
+    for (int x = 0; x < most; x += Bytes::lanes)
+        filterColumns<filter, within<step>>(paddedRows, {filtered[0], most, most, out.height}, x);
+    for (std::ptrdiff_t y = 0; y < out.height; ++y)
+        __builtin_memcpy(out.data + y * out.pitch, filtered[y], static_cast<std::size_t>(out.width));
+}
+
+template <auto filter, class Outside, int step>
+void filterRowsOf(const std::uint8_t* const* rows, const Target& out)
+{
+    if (out.width < Bytes::lanes + step) {
+        filterShortRows<filter, Outside, step>(rows, out);
         return;
     }
-    // A short row is filtered with zeros behind it.
-    std::uint8_t rows[3][most] = {}, filtered[most];
-    const auto bytes = static_cast<std::size_t>(count);
-    __builtin_memcpy(rows[0], above, bytes);
-    __builtin_memcpy(rows[1], here, bytes);
-    __builtin_memcpy(rows[2], below, bytes);
-    filterLongRow<Filter, step>(filtered, most, [&](std::ptrdiff_t x) {
-        return Filter(load(rows[0] + x), load(rows[1] + x), load(rows[2] + x));
-    });
-    __builtin_memcpy(out, filtered, bytes);
+    // The last two vectors end with the row and with the last pixel that has a right neighbour; they may repeat
+    // columns.
+    const std::ptrdiff_t end = out.width - Bytes::lanes;
+    filterColumns<filter, first<Outside, step>>(rows, out, 0);
+    for (std::ptrdiff_t x = Bytes::lanes; x < end; x += Bytes::lanes)
+        filterColumns<filter, within<step>>(rows, out, x < end - step ? x : end - step);
+    filterColumns<filter, last<Outside, step>>(rows, out, end);
 }
 
-// A worker of type FilterRow.
-template <class Filter>
-void filterRow(const std::uint8_t* above, const std::uint8_t* here, const std::uint8_t* below, std::uint8_t* out,
-               std::ptrdiff_t count, int step)
+// A worker of type FilterBand.
+template <auto filter, class Outside>
+void filterBand(const std::uint8_t* const* rows, const Target& out, int step)
 {
     if (step == 1)
-        filterAnyRow<Filter, 1>(above, here, below, out, count);
+        filterRowsOf<filter, Outside, 1>(rows, out);
     else
-        filterAnyRow<Filter, 3>(above, here, below, out, count);
+        filterRowsOf<filter, Outside, 3>(rows, out);
 }
 
 }  // namespace

@@ -22,9 +22,13 @@ struct Target {
     std::ptrdiff_t height;
 };
 
-// One row of a 3 x 3 filter on `count` bytes; neighbours to the left and right are `step` bytes away (1, or 3 for
-// colour), and those beyond the ends of the row count 0. `out` shares no byte with the three rows.
-using FilterRow = void (*)(const std::uint8_t* above, const std::uint8_t* here, const std::uint8_t* below,
-                           std::uint8_t* out, std::ptrdiff_t count, int step);
+// The rows that a 3 x 3 filter makes in one go, at most.
+constexpr int rowsOfBand = 6;
+
+// Neighbouring rows of a 3 x 3 filter, as many as `out` is high: row i from rows[i] above it, rows[i + 1] at its place
+// and rows[i + 2] below it, which share no byte with `out`. They are as wide as `out`, whose width is above 0 and
+// counts bytes; neighbours to the left and right are `step` bytes away (1, or 3 for colour). What lies beyond the ends
+// of the rows is the filter's own rule.
+using FilterBand = void (*)(const std::uint8_t* const* rows, const Target& out, int step);
 
 }  // namespace zkit

@@ -42,6 +42,7 @@ inline Words equal(Words a, Words b) { return {_mm256_cmpeq_epi16(a.r, b.r)}; }
 inline Words addSaturated(Words a, Words b) { return {_mm256_adds_epu16(a.r, b.r)}; }
 inline Words subtractSaturated(Words a, Words b) { return {_mm256_subs_epu16(a.r, b.r)}; }
 inline Words addSaturatedSigned(Words a, Words b) { return {_mm256_adds_epi16(a.r, b.r)}; }
+inline Words magnitude(Words a) { return {_mm256_abs_epi16(a.r)}; }
 inline Words averageUp(Words a, Words b) { return {_mm256_avg_epu16(a.r, b.r)}; }
 inline Words shiftRight(Words a, int count) { return {_mm256_srl_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words shiftRightSigned(Words a, int count) { return {_mm256_sra_epi16(a.r, _mm_cvtsi32_si128(count))}; }
@@ -162,6 +163,14 @@ inline Words evenBytes(Bytes a) { return {_mm256_and_si256(a.r, _mm256_set1_epi1
 inline Words oddBytes(Bytes a) { return {_mm256_srli_epi16(a.r, 8)}; }
 inline Bytes interleave(Words even, Words odd) { return {_mm256_or_si256(even.r, _mm256_slli_epi16(odd.r, 8))}; }
 
+// Signed words back to bytes with saturation to 0..255.
+inline Bytes interleaveSaturated(Words even, Words odd)
+{
+    const __m256i order =
+        _mm256_broadcastsi128_si256(_mm_setr_epi8(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15));
+    return {_mm256_shuffle_epi8(_mm256_packus_epi16(even.r, odd.r), order)};
+}
+
 // Sum of all lanes.
 inline std::uint32_t total(Ints a)
 {
@@ -177,17 +186,17 @@ inline std::uint32_t total(Longs a)
     return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_add_epi32(two, _mm_unpackhi_epi64(two, two))));
 }
 
-// The lanes of a longer row of words, `words` places before those of `here` or after them.
-template <int words>
-Words before(Words previous, Words here)
+// The lanes of a longer row, `places` before those of `here` or after them.
+template <int places>
+Bytes before(Bytes previous, Bytes here)
 {
-    return {_mm256_alignr_epi8(here.r, _mm256_permute2x128_si256(previous.r, here.r, 0x21), 16 - 2 * words)};
+    return {_mm256_alignr_epi8(here.r, _mm256_permute2x128_si256(previous.r, here.r, 0x21), 16 - places)};
 }
 
-template <int words>
-Words after(Words here, Words next)
+template <int places>
+Bytes after(Bytes here, Bytes next)
 {
-    return {_mm256_alignr_epi8(_mm256_permute2x128_si256(here.r, next.r, 0x21), here.r, 2 * words)};
+    return {_mm256_alignr_epi8(_mm256_permute2x128_si256(here.r, next.r, 0x21), here.r, places)};
 }
 
 // What SSE2 has no equivalent of.

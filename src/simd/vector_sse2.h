@@ -42,6 +42,7 @@ inline Words equal(Words a, Words b) { return {_mm_cmpeq_epi16(a.r, b.r)}; }
 inline Words addSaturated(Words a, Words b) { return {_mm_adds_epu16(a.r, b.r)}; }
 inline Words subtractSaturated(Words a, Words b) { return {_mm_subs_epu16(a.r, b.r)}; }
 inline Words addSaturatedSigned(Words a, Words b) { return {_mm_adds_epi16(a.r, b.r)}; }
+inline Words magnitude(Words a) { return {_mm_max_epi16(a.r, _mm_sub_epi16(_mm_setzero_si128(), a.r))}; }
 inline Words averageUp(Words a, Words b) { return {_mm_avg_epu16(a.r, b.r)}; }
 inline Words shiftRight(Words a, int count) { return {_mm_srl_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words shiftRightSigned(Words a, int count) { return {_mm_sra_epi16(a.r, _mm_cvtsi32_si128(count))}; }
@@ -147,6 +148,11 @@ inline Bytes reversed(Bytes a)
 inline Words evenBytes(Bytes a) { return {_mm_and_si128(a.r, _mm_set1_epi16(255))}; }
 inline Words oddBytes(Bytes a) { return {_mm_srli_epi16(a.r, 8)}; }
 inline Bytes interleave(Words even, Words odd) { return {_mm_or_si128(even.r, _mm_slli_epi16(odd.r, 8))}; }
+inline Bytes interleaveSaturated(Words even, Words odd)
+{
+    const __m128i both = _mm_packus_epi16(even.r, odd.r);
+    return {_mm_unpacklo_epi8(both, _mm_unpackhi_epi64(both, both))};
+}
 
 inline std::uint32_t total(Ints a)
 {
@@ -159,16 +165,16 @@ inline std::uint32_t total(Longs a)
     return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_add_epi32(a.r, _mm_unpackhi_epi64(a.r, a.r))));
 }
 
-template <int words>
-Words before(Words previous, Words here)
+template <int places>
+Bytes before(Bytes previous, Bytes here)
 {
-    return {_mm_or_si128(_mm_slli_si128(here.r, 2 * words), _mm_srli_si128(previous.r, 16 - 2 * words))};
+    return {_mm_or_si128(_mm_slli_si128(here.r, places), _mm_srli_si128(previous.r, 16 - places))};
 }
 
-template <int words>
-Words after(Words here, Words next)
+template <int places>
+Bytes after(Bytes here, Bytes next)
 {
-    return {_mm_or_si128(_mm_srli_si128(here.r, 2 * words), _mm_slli_si128(next.r, 16 - 2 * words))};
+    return {_mm_or_si128(_mm_srli_si128(here.r, places), _mm_slli_si128(next.r, 16 - places))};
 }
 
 inline Components loadInterleaved(const std::uint8_t* p) { return {load(p), load(p + 16), load(p + 32)}; }

@@ -83,6 +83,9 @@ const std::vector<Row> imageOperations = {
     {"ImgConvolLowpass3", {1303}, [] { ImgConvolLowpass3(&grey.src, &grey.dst); }},
     {"ImgConvolLowpass3 in place", {1303}, [] { ImgConvolLowpass3(&grey.src, &grey.src); }},
     {"ImgConvolLowpass3 (C24)", {1303}, [] { ImgConvolLowpass3(&colour.src, &colour.dst); }},
+    {"ImgConvolLowpass1X", {1303}, [] { ImgConvolLowpass1X(&grey.src, &grey.src); }},
+    {"ImgConvolRoberts", {1303}, [] { ImgConvolRoberts(&grey.image, &grey.dst); }},
+    {"ImgConvolRoberts (C24)", {1303}, [] { ImgConvolRoberts(&colour.image, &colour.dst); }},
     {"ClrGetComponent", {1303}, [] { ClrGetComponent(&colour.src, over<ZBW8>(colour), 0, nullptr); }},
     {"ClrSetComponent", {1303}, [] { ClrSetComponent(over<ZBW8>(colour), &colour.dst, 0); }},
 };
