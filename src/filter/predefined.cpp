@@ -161,17 +161,17 @@ void ImgConvolRoberts(ZROI<ZBW8>* src, ZROI<ZBW8>* dst)
 
 void ImgConvolRoberts(ZROI<ZC24>* src, ZROI<ZC24>* dst)
 {
-    const auto size = [](const auto* roi) { return std::pair(roi->GetWidth(), roi->GetHeight()); };
-    const CallFrame frame("ImgConvolRoberts (C24)");
-    if (!(frame.clear() && placed(src) && placed(dst)))
-        frame.trace();
-    else if (size(src) != size(dst))
-        byComponent("ImgConvolRoberts (C24)", src, dst, [](ZROI<ZBW8>* in, ZROI<ZBW8>* out, int) {
-            ImgConvolRoberts(in, out);
-            return ZGetError();
-        });
-    else if (filterColour(src, dst, workers<Workers>().roberts, OuterRows::repeated))
-        frame.finish();
-    else
-        frame.trace();
+    constexpr const char* name = "ImgConvolRoberts (C24)";
+    const CallFrame frame(name);
+    if (frame.clear() && placed(src) && placed(dst)) {
+        if (src->GetWidth() != dst->GetWidth() || src->GetHeight() != dst->GetHeight()) {
+            byComponent(name, src, dst, [](ZROI<ZBW8>* in, ZROI<ZBW8>* out, int) {
+                ImgConvolRoberts(in, out);
+                return ZGetError();
+            });
+            return;
+        }
+        filterColour(src, dst, workers<Workers>().roberts, OuterRows::repeated);
+    }
+    frame.finish();
 }

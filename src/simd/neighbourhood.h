@@ -120,22 +120,22 @@ template <auto filter, auto neighbours>
         result += pitch;
     };
     // Each row takes the place of the one that is no longer needed.
-    Row above = at(0), here = at(1);
+    Row a = at(0), b = at(1);
     std::ptrdiff_t y = 2;
     const std::ptrdiff_t end = out.height + 2;
     for (; y + 3 <= end; y += 3) {
-        const Row below = at(y);
-        put(filter(above, here, below));
-        above = at(y + 1);
-        put(filter(here, below, above));
-        here = at(y + 2);
-        put(filter(below, above, here));
+        const Row c = at(y);
+        put(filter(a, b, c));
+        a = at(y + 1);
+        put(filter(b, c, a));
+        b = at(y + 2);
+        put(filter(c, a, b));
     }
     if (y < end) {
-        const Row below = at(y);
-        put(filter(above, here, below));
+        const Row c = at(y);
+        put(filter(a, b, c));
         if (y + 1 < end)
-            put(filter(here, below, at(y + 1)));
+            put(filter(b, c, at(y + 1)));
     }
 }
 
