@@ -49,45 +49,48 @@ FloatingKernel borderOf(FloatingKernel kernel, double (&coefficients)[9])
 
 }  // namespace
 
-bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& from)
+bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& kernel)
 {
     if (src.width <= 0 || src.height <= 0)
         return true;
-    FloatingKernel kernel{
-        nullptr, from.GetSizeX(), from.GetSizeY(), from.GetRectifier(), static_cast<std::int32_t>(from.GetOffset()),
-        false};
-    const std::ptrdiff_t above = kernel.rows / 2, left = kernel.columns / 2 * step;
-    const std::ptrdiff_t right = (kernel.columns - 1) * step - left, slots = std::min(kernel.rows, src.height);
-    const double outsideValue = from.GetOutsideValue();
+    FloatingKernel weighed{nullptr,
+                           kernel.GetSizeX(),
+                           kernel.GetSizeY(),
+                           kernel.GetRectifier(),
+                           static_cast<std::int32_t>(kernel.GetOffset()),
+                           false};
+    const std::ptrdiff_t above = weighed.rows / 2, left = weighed.columns / 2 * step;
+    const std::ptrdiff_t right = (weighed.columns - 1) * step - left, slots = std::min(weighed.rows, src.height);
+    const double outsideValue = kernel.GetOutsideValue();
     SeparateSource separate;
     WorkRows<double> coefficients, entries, outside;  // beside the entries of a row lie outside values
     WorkRows<const double*> around;
     if (!(inPlace(src, dst) || separate.forNeighbours(src, dst)) ||
-        !coefficients.make(1, 0, kernel.rows * kernel.columns, 0, 0) ||
+        !coefficients.make(1, 0, weighed.rows * weighed.columns, 0, 0) ||
         !entries.make(slots, left, src.width, right, outsideValue) ||
-        !outside.make(1, left, src.width, right, outsideValue) || !around.make(1, 0, kernel.rows, 0, nullptr))
+        !outside.make(1, left, src.width, right, outsideValue) || !around.make(1, 0, weighed.rows, 0, nullptr))
         return false;
-    weigh(from, coefficients.row(0), kernel.rows * kernel.columns);
-    kernel.coefficients = coefficients.row(0);
-    kernel.fits = fitting(kernel.coefficients, kernel.rows * kernel.columns, std::max(outsideValue, 255.0));
-    const bool bordered = kernel.columns == 3 && kernel.rows == 3;
+    weigh(kernel, coefficients.row(0), weighed.rows * weighed.columns);
+    weighed.coefficients = coefficients.row(0);
+    weighed.fits = fitting(weighed.coefficients, weighed.rows * weighed.columns, std::max(outsideValue, 255.0));
+    const bool bordered = weighed.columns == 3 && weighed.rows == 3;
     double borderCoefficients[9];
-    const FloatingKernel border = bordered ? borderOf(kernel, borderCoefficients) : kernel;
+    const FloatingKernel border = bordered ? borderOf(weighed, borderCoefficients) : weighed;
 
     const auto& worker = workers<FloatingConvolutionWorkers>();
     std::ptrdiff_t made = 0;
     for (std::ptrdiff_t y = 0; y < src.height; ++y) {
-        for (; made < std::min(y - above + kernel.rows, src.height); ++made)
+        for (; made < std::min(y - above + weighed.rows, src.height); ++made)
             worker.widen(src.data + made * src.pitch, entries.row(made % slots), src.width);
         const double** const rows = around.row(0);
-        for (std::ptrdiff_t r = 0; r < kernel.rows; ++r) {
+        for (std::ptrdiff_t r = 0; r < weighed.rows; ++r) {
             const std::ptrdiff_t at = y - above + r;
             rows[r] = (at >= 0 && at < src.height ? entries.row(at % slots) : outside.row(0)) - left;
         }
         std::uint8_t* const out = dst.data + y * dst.pitch;
         const std::ptrdiff_t inside = src.width - 2 * step;
         if (!bordered) {
-            worker.row(rows, out, src.width, step, kernel);
+            worker.row(rows, out, src.width, step, weighed);
         } else if (y == 0 || y == src.height - 1 || inside <= 0) {
             worker.row(rows, out, src.width, step, border);
         } else {
@@ -96,7 +99,7 @@ bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& fr
                 worker.row(from3, out + x, count, step, of);
             };
             part(0, step, border);
-            part(step, inside, kernel);
+            part(step, inside, weighed);
             part(src.width - step, step, border);
         }
     }
