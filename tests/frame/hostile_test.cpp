@@ -126,6 +126,29 @@ struct Argument<ZColorLookup*> {
     ZColorLookup* value = nullptr;
 };
 
+// Kernels of any size, some without coefficients for it.
+template <>
+struct Argument<ZKernel*> {
+    explicit Argument(Random& random)
+    {
+        kernel.SetSizeX(static_cast<short>(random(-1, 9)));
+        kernel.SetSizeY(random(0, 1) ? kernel.GetSizeX() : static_cast<short>(random(0, 9)));
+        if (random(0, 31) == 0)
+            kernel.SetSizeX(std::numeric_limits<short>::min());
+        for (unsigned int i = 0; i < kernel.GetAllocatedSize() / sizeof(float); ++i)
+            kernel.GetDataPtr()[i] = Argument<float>(random).value;
+        kernel.SetGain(Argument<float>(random).value);
+        kernel.SetOffset(Argument<unsigned int>(random).value);
+        kernel.SetRectifier(static_cast<short>(random(-1, 4)));
+        kernel.SetOutsideValue(Argument<unsigned int>(random).value);
+        value = random(0, 15) ? &kernel : nullptr;
+    }
+    Argument(const Argument&) = delete;
+
+    ZKernel kernel;
+    ZKernel* value;
+};
+
 template <class Pixel>
 struct Argument<int (*)(Pixel&)> {
     explicit Argument(Random& random) : value(random(0, 3) ? +[](Pixel&) { return 1; } : nullptr) {}
@@ -183,6 +206,10 @@ const Row rows[] = {
     row("ImgAutoThreshold", ImgAutoThreshold),
     row<void(Grey, unsigned, float&, float&, float&)>("ImgBinaryMoments", ImgBinaryMoments),
     row<void(Grey, unsigned, float&, float&, float&, float&, float&, float&)>("ImgBinaryMoments", ImgBinaryMoments),
+    row<short(Grey, Grey, int, int, int)>("ImgBlackTopHat", ImgBlackTopHat),
+    row<void(Colour, Colour, int, ZC24, ZC24)>("ImgBlackTopHat", ImgBlackTopHat),
+    row<short(Grey, Grey, int, int, int)>("ImgClose", ImgClose),
+    row<void(Colour, Colour, int, ZC24, ZC24)>("ImgClose", ImgClose),
     row<void(Grey, CONTOUR_MODE, int, int, CONTOUR_THRESHOLD, unsigned, CONNEXITY, ZPathVector*)>("ImgContour",
                                                                                                   ImgContour),
     row<void(Grey, CONTOUR_MODE, int, int, CONTOUR_THRESHOLD, unsigned, CONNEXITY, ZBW8PathVector*)>("ImgContour",
@@ -194,12 +221,47 @@ const Row rows[] = {
     row<void(Grey, Colour)>("ImgConvert", ImgConvert),
     row<void(Colour, Grey)>("ImgConvert", ImgConvert),
     row("ImgConvertTo422", ImgConvertTo422),
+    row<short(Grey, Grey)>("ImgConvolHighpass1", ImgConvolHighpass1),
+    row<void(Colour, Colour)>("ImgConvolHighpass1", ImgConvolHighpass1),
+    row<short(Grey, Grey)>("ImgConvolHighpass2", ImgConvolHighpass2),
+    row<void(Colour, Colour)>("ImgConvolHighpass2", ImgConvolHighpass2),
+    row<short(Grey, Grey, ZKernel*)>("ImgConvolKernel", ImgConvolKernel),
+    row<void(Colour, Colour, ZKernel*)>("ImgConvolKernel", ImgConvolKernel),
+    row<short(Grey, Grey)>("ImgConvolLaplacian4", ImgConvolLaplacian4),
+    row<void(Colour, Colour)>("ImgConvolLaplacian4", ImgConvolLaplacian4),
+    row<short(Grey, Grey)>("ImgConvolLaplacian8", ImgConvolLaplacian8),
+    row<void(Colour, Colour)>("ImgConvolLaplacian8", ImgConvolLaplacian8),
+    row<short(Grey, Grey)>("ImgConvolLowpass1", ImgConvolLowpass1),
+    row<void(Colour, Colour)>("ImgConvolLowpass1", ImgConvolLowpass1),
+    row("ImgConvolLowpass1X", ImgConvolLowpass1X),
+    row("ImgConvolLowpass1Y", ImgConvolLowpass1Y),
+    row<short(Grey, Grey)>("ImgConvolLowpass2", ImgConvolLowpass2),
+    row<void(Colour, Colour)>("ImgConvolLowpass2", ImgConvolLowpass2),
     row<short(Grey, Grey)>("ImgConvolLowpass3", ImgConvolLowpass3),
     row<void(Colour, Colour)>("ImgConvolLowpass3", ImgConvolLowpass3),
+    row<short(Grey, Grey)>("ImgConvolPrewittX", ImgConvolPrewittX),
+    row<void(Colour, Colour)>("ImgConvolPrewittX", ImgConvolPrewittX),
+    row<short(Grey, Grey)>("ImgConvolPrewittXY", ImgConvolPrewittXY),
+    row<void(Colour, Colour)>("ImgConvolPrewittXY", ImgConvolPrewittXY),
+    row<short(Grey, Grey)>("ImgConvolPrewittY", ImgConvolPrewittY),
+    row<void(Colour, Colour)>("ImgConvolPrewittY", ImgConvolPrewittY),
+    row<void(Grey, Grey)>("ImgConvolRoberts", ImgConvolRoberts),
+    row<void(Colour, Colour)>("ImgConvolRoberts", ImgConvolRoberts),
+    row<short(Grey, Grey)>("ImgConvolSobelX", ImgConvolSobelX),
+    row<void(Colour, Colour)>("ImgConvolSobelX", ImgConvolSobelX),
+    row<short(Grey, Grey)>("ImgConvolSobelXY", ImgConvolSobelXY),
+    row<void(Colour, Colour)>("ImgConvolSobelXY", ImgConvolSobelXY),
+    row<short(Grey, Grey)>("ImgConvolSobelY", ImgConvolSobelY),
+    row<void(Colour, Colour)>("ImgConvolSobelY", ImgConvolSobelY),
+    row("ImgConvolSymmetricKernel", ImgConvolSymmetricKernel),
     row<unsigned(Grey, int (*)(ZBW8&))>("ImgCount", ImgCount),
     row<unsigned(Colour, int (*)(ZC24&))>("ImgCount", ImgCount),
+    row<short(Grey, Grey, int, int)>("ImgDilate", ImgDilate),
+    row<void(Colour, Colour, int, ZC24)>("ImgDilate", ImgDilate),
     row("ImgDoubleThreshold", ImgDoubleThreshold),
     row("ImgEqualize", ImgEqualize),
+    row<short(Grey, Grey, int, int)>("ImgErode", ImgErode),
+    row<void(Colour, Colour, int, ZC24)>("ImgErode", ImgErode),
     row<float(Grey)>("ImgFocusing", ImgFocusing),
     row<float(Colour)>("ImgFocusing", ImgFocusing),
     row<void(Grey, Grey, float, float)>("ImgGainOffset", ImgGainOffset),
@@ -225,8 +287,13 @@ const Row rows[] = {
     row<short(Grey, Grey, ZVector*)>("ImgLut", ImgLut),
     row<void(Grey, Grey, ZBW8Vector*)>("ImgLut", ImgLut),
     row("ImgMaxEntropyThreshold", ImgMaxEntropyThreshold),
+    row<short(Grey, Grey, int)>("ImgMedian", ImgMedian),
+    row<void(Grey, Grey)>("ImgMedian", ImgMedian),
+    row<void(Colour, Colour, ZC24)>("ImgMedian", ImgMedian),
     row("ImgMinResidueThreshold", ImgMinResidueThreshold),
     row("ImgNormalize", ImgNormalize),
+    row<short(Grey, Grey, int, int, int)>("ImgOpen", ImgOpen),
+    row<void(Colour, Colour, int, ZC24, ZC24)>("ImgOpen", ImgOpen),
     row<void(Code, ZBW8, Grey)>("ImgOper", ImgOper),
     row<void(Code, Grey, Grey)>("ImgOper", ImgOper),
     row<void(Code, Grey, Colour)>("ImgOper", ImgOper),
@@ -292,6 +359,8 @@ const Row rows[] = {
     row<void(Colour)>("ImgVerticalMirror", ImgVerticalMirror),
     row<void(Grey, float&, float&, float&)>("ImgWeighedMoments", ImgWeighedMoments),
     row<void(Grey, float&, float&, float&, float&, float&, float&)>("ImgWeighedMoments", ImgWeighedMoments),
+    row<short(Grey, Grey, int, int, int)>("ImgWhiteTopHat", ImgWhiteTopHat),
+    row<void(Colour, Colour, int, ZC24, ZC24)>("ImgWhiteTopHat", ImgWhiteTopHat),
 };
 
 class HostileTest : public OperationTest {};
