@@ -55,8 +55,8 @@ void addWithPeer(const Operation& operation, Scene& scene)
 std::vector<Operation> allOperations()
 {
     std::vector<Operation> all;
-    for (const auto family :
-         {analysisOperations(), pointOperations(), arithmeticOperations(), filterOperations(), geometryOperations()})
+    for (const auto family : {analysisOperations(), pointOperations(), arithmeticOperations(), filterOperations(),
+                              geometryOperations(), temporalOperations()})
         all.insert(all.end(), family.begin(), family.end());
     return all;
 }

@@ -7,7 +7,7 @@ std::span<const Peer> peers()
     static const std::vector<Peer> all = [] {
         std::vector<Peer> joined;
         for (const auto family : {opencv::analysisPeers(), opencv::pointPeers(), opencv::arithmeticPeers(),
-                                  opencv::filterPeers(), opencv::geometryPeers()})
+                                  opencv::filterPeers(), opencv::geometryPeers(), opencv::temporalPeers()})
             joined.insert(joined.end(), family.begin(), family.end());
         return joined;
     }();

@@ -6,4 +6,5 @@
 #include "zkit/img/filter.h"
 #include "zkit/img/geometry.h"
 #include "zkit/img/point.h"
+#include "zkit/img/temporal.h"
 #include "zkit/img/vectors.h"

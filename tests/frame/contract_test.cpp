@@ -29,6 +29,12 @@ ZVector table(3), untyped;
 ZBW32Vector sums;
 ZBW8Vector entries;
 
+// A table for averages.
+struct Corrections : ZBW16Vector {
+    Corrections() { SetNumElements(8191); }
+};
+Corrections corrections;
+
 // 256 empty bins.
 struct NoPixels : ZBW8HistogramVector {
     NoPixels() : ZBW8HistogramVector(256)
@@ -47,6 +53,15 @@ ZROI<T>* beside(const ZGenericROI* region)
     static ZROI<T> companion(&image, 0, 0, 8, 8);
     companion.SetPlacement(0, 0, region ? region->GetWidth() : 8, region ? region->GetHeight() : 8);
     return &companion;
+}
+
+// A map as large as the given region.
+template <class T>
+ZImage<T>* mapFor(const ZGenericROI* region)
+{
+    static ZImage<T> map(8, 8);
+    map.SetPlacement(0, 0, region ? region->GetWidth() : 8, region ? region->GetHeight() : 8);
+    return &map;
 }
 
 const std::vector<Row<ZBW8>> greyOperations = {
@@ -104,6 +119,13 @@ const std::vector<Row<ZBW8>> greyOperations = {
     {"ImgShrink", [](auto roi) { ImgShrink(roi, roi); }},
     {"ImgVerticalMirror (gray-level)", [](auto roi) { ImgVerticalMirror(roi); }},
     {"ImgHorizontalMirror (gray-level)", [](auto roi) { ImgHorizontalMirror(roi); }},
+    {"ImgWarp", [](auto roi) { ImgWarp(roi, roi, mapFor<ZBW16>(roi), mapFor<ZBW16>(roi), 0, 0); }},
+    {"ImgWarp", [](auto roi) { ImgWarp(roi, roi, mapFor<ZBW32>(roi)); }},
+    {"ImgSwapFrames (ZBW8)", [](auto roi) { ImgSwapFrames(roi, roi); }},
+    {"ImgRealignFrame (ZBW8)", [](auto roi) { ImgRealignFrame(roi, roi, 1, 0); }},
+    {"ImgRebuildFrame (ZBW8)", [](auto roi) { ImgRebuildFrame(roi, roi, 0); }},
+    {"ImgMatchFrames (ZBW8)", [](auto roi) { ImgMatchFrames(roi, 0, -1, 1, r.between); }},
+    {"ImgRecursiveAverage", [](auto roi) { ImgRecursiveAverage(roi, beside<ZBW16>(roi), roi, &corrections); }},
     {"ImgHistogram", [](auto roi) { ImgHistogram(roi, &histogram); }},
     {"ImgHistogram (ZVector)", [](auto roi) { ImgHistogram(roi, &untyped); }},
     {"ImgEqualize", [](auto roi) { ImgEqualize(roi, roi); }},
@@ -126,6 +148,9 @@ const std::vector<Row<ZBW8>> vectorOperations = {
     {"ImgAnalyseHistogram", [](auto) { ImgAnalyseHistogram(&untyped, 0, 255, 7, r.f0); }},
     {"ImgHistogramThreshold",
      [threshold = 9U](auto) mutable { ImgHistogramThreshold(&histogram, threshold, r.f0, r.f1, 0, 0, 255); }},
+    {"ImgSetRecursiveAverageLUT", [](auto) { ImgSetRecursiveAverageLUT(&corrections, 1, 0); }},
+    {"ImgSetCircleWarp",
+     [](auto roi) { ImgSetCircleWarp(0, 0, 8, 1, 1, 8, 0, 0, mapFor<ZBW16>(roi), mapFor<ZBW16>(roi)); }},
     {"ImgIsodataThreshold (ZVector)", [](auto) { ImgIsodataThreshold(&untyped, 0, 255); }},
 };
 
@@ -153,6 +178,11 @@ const std::vector<Row<ZC24>> colourOperations = {
     {"ImgScaleRotate (C24)", [](auto roi) { ImgRegister(roi, roi, 0, 0, 0, 0, 0); }},
     {"ImgScaleRotate (C24)", [](auto roi) { ImgRegister(roi, roi, 0, 0, 1, 1, 0, 0, 1, 1, 0, 1); }},
     {"ImgShrink (C24)", [](auto roi) { ImgShrink(roi, roi); }},
+    {"ImgWarp (C24)", [](auto roi) { ImgWarp(roi, roi, mapFor<ZBW16>(roi), mapFor<ZBW16>(roi), 0, 0); }},
+    {"ImgSwapFrames (ZC24)", [](auto roi) { ImgSwapFrames(roi, roi); }},
+    {"ImgRealignFrame (ZC24)", [](auto roi) { ImgRealignFrame(roi, roi, 1, 0); }},
+    {"ImgRebuildFrame (ZC24)", [](auto roi) { ImgRebuildFrame(roi, roi, 0); }},
+    {"ImgMatchFrames (ZC24)", [](auto roi) { ImgMatchFrames(roi, 0, -1, 1, r.between); }},
     {"ImgVerticalMirror (color)", [](auto roi) { ImgVerticalMirror(roi); }},
 };
 
