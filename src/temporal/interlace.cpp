@@ -19,6 +19,7 @@ struct Frames {
     Source src;
     Target dst;
     Stores stores;
+    const InterlaceWorkers& worker;
 
     const std::uint8_t* from(std::ptrdiff_t y) const { return src.data + y * src.pitch; }
     std::uint8_t* to(std::ptrdiff_t y) const { return dst.data + y * dst.pitch; }
@@ -35,7 +36,7 @@ void withFrames(ZGenericROI* src, ZGenericROI* dst, Work work)
     Stores stores{};
     if (!preparePoints({&from, 1}, to, pixelSize, Joining::none, stores))
         return;
-    work(Frames{bytes(from.plane, pixelSize), bytes(to, pixelSize), stores});
+    work(Frames{bytes(from.plane, pixelSize), bytes(to, pixelSize), stores, workers<InterlaceWorkers>()});
     if (stores == Stores::streamed)
         endStreaming();
 }
@@ -56,13 +57,13 @@ void swapFields(const char* name, ZGenericROI* src, ZGenericROI* dst)
 {
     const CallFrame frame(name);
     if (frame.clear() && pointRegions(dst, src))
-        withFrames(src, dst, [copy = workers<InterlaceWorkers>().copy](const Frames& f) {
+        withFrames(src, dst, [](const Frames& f) {
             for (std::ptrdiff_t y = 0; y + 1 < f.dst.height; y += 2)
                 if (f.same()) {
                     exchange(f.to(y), f.to(y + 1), f.dst.width);
                 } else {
-                    copy(f.from(y + 1), f.to(y), f.dst.width, f.stores);
-                    copy(f.from(y), f.to(y + 1), f.dst.width, f.stores);
+                    f.worker.copy(f.from(y + 1), f.to(y), f.dst.width, f.stores);
+                    f.worker.copy(f.from(y), f.to(y + 1), f.dst.width, f.stores);
                 }
         });
     frame.finish();
@@ -75,12 +76,12 @@ void rebuild(const char* name, ZGenericROI* src, ZGenericROI* dst, unsigned int 
 {
     const CallFrame frame(name);
     if (frame.clear() && pointRegions(dst, src))
-        withFrames(src, dst, [field, mean = workers<InterlaceWorkers>().mean](const Frames& f) {
+        withFrames(src, dst, [field](const Frames& f) {
             const std::ptrdiff_t last = f.dst.height - 1;
             for (std::ptrdiff_t y = firstRow(field); y <= last; y += 2) {
                 const std::ptrdiff_t above = y > 0 ? y - 1 : std::min(y + 1, last);
                 const std::ptrdiff_t below = y < last ? y + 1 : std::max(y - 1, std::ptrdiff_t{0});
-                mean(f.from(above), f.from(below), f.to(y), f.dst.width, f.stores);
+                f.worker.mean(f.from(above), f.from(below), f.to(y), f.dst.width, f.stores);
             }
         });
     frame.finish();
@@ -89,9 +90,9 @@ void rebuild(const char* name, ZGenericROI* src, ZGenericROI* dst, unsigned int 
 // One pixel again and again.
 class Fill {
 public:
-    Fill(const std::uint8_t* pixel, int size) : size_(static_cast<std::size_t>(size))
+    Fill(const std::uint8_t* pixel, int size)
+        : pixel_{pixel[0], pixel[size / 2], pixel[size - 1]}, size_(static_cast<std::size_t>(size))
     {
-        std::memcpy(pixel_, pixel, size_);
     }
 
     void operator()(std::uint8_t* dst, std::ptrdiff_t count) const
@@ -121,7 +122,7 @@ void shiftRow(const Frames& f, std::ptrdiff_t y, std::ptrdiff_t shift, int pixel
     if (f.same())
         std::memmove(begin, start, static_cast<std::size_t>(moved));
     else
-        workers<InterlaceWorkers>().copy(start, begin, moved, f.stores);
+        f.worker.copy(start, begin, moved, f.stores);
     fill(shift > 0 ? to : to + moved, width - moved);
 }
 

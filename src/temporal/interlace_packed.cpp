@@ -6,10 +6,18 @@ namespace {
 
 void copy(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
 {
-    if (stores == Stores::streamed)
-        mapRow(dst, count, stores, [=](auto at) { return at.bytes(src); });
-    else
+    if (stores == Stores::cached) {
         __builtin_memcpy(dst, src, static_cast<std::size_t>(count));
+        return;
+    }
+    // Whole cache lines are streamed: those that are written in both ways are slow.
+    constexpr std::ptrdiff_t line = 64;
+    const auto toNextLine = static_cast<std::ptrdiff_t>(-reinterpret_cast<std::uintptr_t>(dst) % line);
+    const std::ptrdiff_t begin = toNextLine < count ? toNextLine : count;
+    const std::ptrdiff_t end = begin + (count - begin) / line * line;
+    __builtin_memcpy(dst, src, static_cast<std::size_t>(begin));
+    mapRow(dst + begin, end - begin, stores, [from = src + begin](auto at) { return at.bytes(from); });
+    __builtin_memcpy(dst + end, src + end, static_cast<std::size_t>(count - end));
 }
 
 void mean(const std::uint8_t* above, const std::uint8_t* below, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
@@ -29,16 +37,23 @@ public:
     template <int candidates>
     [[gnu::flatten]] void with(const std::uint8_t* b, std::ptrdiff_t step, std::uint32_t (&sums)[candidates]) const
     {
-        Ints all[candidates];
-        for (Ints& one : all)
-            one = broadcastInt(0);
+        Ints all[candidates];  // in registers, for which every loop over them is unrolled
+#pragma GCC unroll 4
+        for (int k = 0; k < candidates; ++k)
+            all[k] = broadcastInt(0);
         std::ptrdiff_t i = 0;
-        for (; i + Words::lanes <= count_; i += Words::lanes) {
-            const Words a = widen(a_ + i);
-#pragma GCC unroll 8
-            for (int k = 0; k < candidates; ++k)
-                all[k] = all[k] + multiplyAddPairs(a, widen(b + i - k * step));
+        for (; i + Bytes::lanes <= count_; i += Bytes::lanes) {
+            const Bytes a = load(a_ + i);
+            const Words even = evenBytes(a), odd = oddBytes(a);
+            const std::uint8_t* from = b + i;
+#pragma GCC unroll 4
+            for (int k = 0; k < candidates; ++k) {
+                const Bytes other = load(from);
+                from -= step;
+                all[k] = all[k] + multiplyAddPairs(even, evenBytes(other)) + multiplyAddPairs(odd, oddBytes(other));
+            }
         }
+#pragma GCC unroll 4
         for (int k = 0; k < candidates; ++k) {
             sums[k] = total(all[k]);
             for (std::ptrdiff_t last = i; last < count_; ++last)
@@ -87,7 +102,7 @@ private:
 std::ptrdiff_t match(const std::uint8_t* a, const std::uint8_t* b, std::ptrdiff_t count, std::ptrdiff_t step,
                      std::ptrdiff_t candidates)
 {
-    constexpr int together = 8;
+    constexpr int together = 4;
     const Products products(a, count);
     const std::uint32_t ofA = products.with(a);
     Squares ofB(b, count);
