@@ -53,6 +53,7 @@ std::span<const Operation> arithmeticOperations();
 std::span<const Operation> filterOperations();
 std::span<const Operation> geometryOperations();
 std::span<const Operation> contourOperations();
+std::span<const Operation> morphoOperations();
 
 /// The peer's equivalent of the operation with the same name and type.
 struct Peer {

@@ -14,6 +14,7 @@ std::span<const Peer> pointPeers();
 std::span<const Peer> arithmeticPeers();
 std::span<const Peer> filterPeers();
 std::span<const Peer> geometryPeers();
+std::span<const Peer> morphoPeers();
 
 template <class T>
 cv::Mat matrix(ZImage<T>* image, int type)

@@ -5,5 +5,6 @@
 #include "zkit/img/analysis.h"
 #include "zkit/img/filter.h"
 #include "zkit/img/geometry.h"
+#include "zkit/img/morpho.h"
 #include "zkit/img/point.h"
 #include "zkit/img/vectors.h"

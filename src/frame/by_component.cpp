@@ -2,8 +2,7 @@
 
 #include "frame/call_frame.h"
 #include "frame/checks.h"
-#include "frame/overlap.h"
-#include "frame/planes.h"
+#include "frame/separate_region.h"
 #include "zkit/color.h"
 
 #include <algorithm>
@@ -31,39 +30,13 @@ private:
     ZROI<ZBW8> region_;
 };
 
-// The source itself, or a copy where writing one component of the destination could change another one of the source.
-class ColourSource {
-public:
-    bool separate(ZROI<ZC24>* src, const ZROI<ZC24>* dst)
-    {
-        const Source original = source(src);
-        Source plane = original;
-        if (!copy_.forPoints(plane, 3, target(dst), 3))
-            return false;
-        region_ = src;
-        if (plane.data != original.data) {
-            image_.Attach(const_cast<std::uint8_t*>(plane.data), src->GetWidth(), src->GetHeight(),
-                          static_cast<int>(plane.pitch));
-            region_ = &image_;
-        }
-        return true;
-    }
-
-    ZROI<ZC24>* get() const { return region_; }
-
-private:
-    SeparateSource copy_;
-    ZImage<ZC24> image_;
-    ZROI<ZC24>* region_ = nullptr;
-};
-
 }  // namespace
 
 void eachComponent(const char* name, ZROI<ZC24>* src, ZROI<ZC24>* dst, const ComponentOperation& operation)
 {
     const CallFrame frame(name);
-    ColourSource from;
-    if (frame.clear() && placed(src) && placed(dst) && from.separate(src, dst)) {
+    SeparateRegion<ZC24> from;  // writing one component could change another one of the source
+    if (frame.clear() && placed(src) && placed(dst) && from.forPoints(src, dst)) {
         WorkingRegion in(src), out(dst);
         const auto done = [&](int component) {
             const auto number = static_cast<unsigned>(component);

@@ -27,33 +27,36 @@ bool preparePoints(std::span<PointSource> sources, Target& dst, int dstPixelSize
     return true;
 }
 
+bool KeptRows::allocate(std::ptrdiff_t rowBytes)
+{
+    rowBytes_ = rowBytes;
+    rows_.reset(new (std::nothrow) std::uint8_t[2 * static_cast<std::size_t>(rowBytes)]);
+    return require(rows_ != nullptr, Z_ERROR_OUT_OF_MEMORY);
+}
+
+const std::uint8_t* KeptRows::keep(std::ptrdiff_t y, const std::uint8_t* row)
+{
+    std::uint8_t* const kept = rows_.get() + y % 2 * rowBytes_;
+    return static_cast<const std::uint8_t*>(std::memcpy(kept, row, static_cast<std::size_t>(rowBytes_)));
+}
+
+bool OutsideRow::fill(std::ptrdiff_t rowBytes, std::span<const std::uint8_t> pixel)
+{
+    row_.reset(new (std::nothrow) std::uint8_t[static_cast<std::size_t>(rowBytes)]);
+    if (!require(row_ != nullptr, Z_ERROR_OUT_OF_MEMORY))
+        return false;
+    for (std::size_t x = 0; x < static_cast<std::size_t>(rowBytes); ++x)
+        row_[x] = pixel[x % pixel.size()];
+    return true;
+}
+
 bool filterRows(Source src, const Target& dst, int step, FilterRow filter)
 {
-    if (src.width <= 0 || src.height <= 0)
-        return true;
-    const auto width = static_cast<std::size_t>(src.width);
-    SeparateSource separate;
-    const bool overwritten = inPlace(src, dst);
-    if (!overwritten && !separate.forNeighbours(src, dst))
-        return false;
-
-    // A row of zeros, and in place the last two rows as they were before they were overwritten.
-    const std::unique_ptr<std::uint8_t[]> rows(new (std::nothrow) std::uint8_t[(overwritten ? 3 : 1) * width]());
-    if (!require(rows != nullptr, Z_ERROR_OUT_OF_MEMORY))
-        return false;
-    const std::uint8_t* const outside = rows.get();
-    std::uint8_t* const kept[2] = {rows.get() + width, rows.get() + 2 * width};
-
-    const std::uint8_t* above = outside;
-    for (std::ptrdiff_t y = 0; y < src.height; ++y) {
-        const std::uint8_t* here = src.data + y * src.pitch;
-        const std::uint8_t* below = y + 1 < src.height ? here + src.pitch : outside;
-        if (overwritten)
-            here = static_cast<std::uint8_t*>(std::memcpy(kept[y % 2], here, width));
-        filter(above, here, below, dst.data + y * dst.pitch, src.width, step);
-        above = here;
-    }
-    return true;
+    constexpr std::uint8_t zero[] = {0};
+    OutsideRow outside;
+    return outside.fill(src.width, zero) && neighbourRows(src, dst, [&](auto above, auto here, auto below, auto out) {
+               filter(above ? above : outside.get(), here, below ? below : outside.get(), out, src.width, step);
+           });
 }
 
 }  // namespace zkit

@@ -1,7 +1,6 @@
 // Rows of 3 x 3 filters on bytes, grey or interleaved colour.
 //
-// A filter is a class: what it keeps of a vector of columns, made from the three rows of it (by default: columns of
-// zeros), and
+// A filter is a class: what it keeps of a vector of columns, made from the three rows of it, and
 //     template <int step> static Bytes filtered(previous, here, next);
 // the results for the columns of `here`, given the columns before and after them. Neighbours are `step` columns away.
 #pragma once
@@ -36,11 +35,39 @@ Columns bothSides(const Columns& previous, const Columns& here, const Columns& n
     return {before<far>(previous.odd, here.odd) + rightOfEven, leftOfOdd + after<far>(here.even, next.even)};
 }
 
-// A row of at least three vectors, given the vectors of columns from x on, columns(x).
+// Border rules: the vectors of pixels before a row and behind it, of which the nearest ones count.
+struct Zeros {
+    static Bytes before(const std::uint8_t*) { return broadcast(0); }
+    static Bytes behind(const std::uint8_t*, std::ptrdiff_t) { return broadcast(0); }
+};
+
+// Copies of the outermost pixels, which are grey.
+struct Replicated {
+    static Bytes before(const std::uint8_t* row) { return broadcast(row[0]); }
+    static Bytes behind(const std::uint8_t* row, std::ptrdiff_t count) { return broadcast(row[count - 1]); }
+};
+
+// One pixel of `step` bytes everywhere.
+class Constant {
+public:
+    Constant(const std::uint8_t* pixel, int step)
+    {
+        for (int i = 0; i < Bytes::lanes + 2; ++i)
+            bytes_[i] = pixel[i % step];
+    }
+
+    Bytes before(const std::uint8_t*) const { return load(bytes_ + (3 - Bytes::lanes % 3)); }  // ends with a pixel
+    Bytes behind(const std::uint8_t*, std::ptrdiff_t) const { return load(bytes_); }
+
+private:
+    std::uint8_t bytes_[Bytes::lanes + 2];
+};
+
+// A row of at least three vectors, given the vectors of columns from x on, columns(x), and those before and behind.
 template <class Filter, int step, class ColumnsAt>
-void filterLongRow(std::uint8_t* out, std::ptrdiff_t count, ColumnsAt columns)
+void filterLongRow(std::uint8_t* out, std::ptrdiff_t count, ColumnsAt columns, Filter previous, const Filter& behind)
 {
-    Filter previous, here = columns(0), next;
+    Filter here = columns(0), next = behind;
     std::ptrdiff_t x = 0;
     for (; x + 2 * Bytes::lanes <= count; x += Bytes::lanes) {
         next = columns(x + Bytes::lanes);
@@ -57,29 +84,45 @@ void filterLongRow(std::uint8_t* out, std::ptrdiff_t count, ColumnsAt columns)
         previous = here;
         here = next;
     }
-    store(out + last, Filter::template filtered<step>(previous, here, Filter()));
+    store(out + last, Filter::template filtered<step>(previous, here, behind));
 }
 
-template <class Filter, int step>
+template <class Filter, int step, class Border>
 void filterAnyRow(const std::uint8_t* above, const std::uint8_t* here, const std::uint8_t* below, std::uint8_t* out,
-                  std::ptrdiff_t count)
+                  std::ptrdiff_t count, const Border& border)
 {
+    const Filter before(border.before(above), border.before(here), border.before(below));
+    const Filter behind(border.behind(above, count), border.behind(here, count), border.behind(below, count));
     constexpr std::ptrdiff_t most = 3 * Bytes::lanes;
     if (count >= most) {
         filterLongRow<Filter, step>(
-            out, count, [=](std::ptrdiff_t x) { return Filter(load(above + x), load(here + x), load(below + x)); });
+            out, count, [=](std::ptrdiff_t x) { return Filter(load(above + x), load(here + x), load(below + x)); },
+            before, behind);
         return;
     }
-    // A short row is filtered with zeros behind it.
-    std::uint8_t rows[3][most] = {}, filtered[most];
+    // A short row is filtered with the border behind it.
+    std::uint8_t rows[3][most + Bytes::lanes] = {}, filtered[most];
     const auto bytes = static_cast<std::size_t>(count);
-    __builtin_memcpy(rows[0], above, bytes);
-    __builtin_memcpy(rows[1], here, bytes);
-    __builtin_memcpy(rows[2], below, bytes);
-    filterLongRow<Filter, step>(filtered, most, [&](std::ptrdiff_t x) {
-        return Filter(load(rows[0] + x), load(rows[1] + x), load(rows[2] + x));
-    });
+    const std::uint8_t* const sources[3] = {above, here, below};
+    for (int i = 0; i < 3; ++i) {
+        __builtin_memcpy(rows[i], sources[i], bytes);
+        store(rows[i] + count, border.behind(sources[i], count));
+    }
+    filterLongRow<Filter, step>(
+        filtered, most,
+        [&](std::ptrdiff_t x) { return Filter(load(rows[0] + x), load(rows[1] + x), load(rows[2] + x)); }, before,
+        behind);
     __builtin_memcpy(out, filtered, bytes);
+}
+
+template <class Filter, class Border>
+void filterRow(const std::uint8_t* above, const std::uint8_t* here, const std::uint8_t* below, std::uint8_t* out,
+               std::ptrdiff_t count, int step, const Border& border)
+{
+    if (step == 1)
+        filterAnyRow<Filter, 1>(above, here, below, out, count, border);
+    else
+        filterAnyRow<Filter, 3>(above, here, below, out, count, border);
 }
 
 // A worker of type FilterRow.
@@ -87,10 +130,7 @@ template <class Filter>
 void filterRow(const std::uint8_t* above, const std::uint8_t* here, const std::uint8_t* below, std::uint8_t* out,
                std::ptrdiff_t count, int step)
 {
-    if (step == 1)
-        filterAnyRow<Filter, 1>(above, here, below, out, count);
-    else
-        filterAnyRow<Filter, 3>(above, here, below, out, count);
+    filterRow<Filter>(above, here, below, out, count, step, Zeros());
 }
 
 }  // namespace

@@ -190,6 +190,19 @@ Words after(Words here, Words next)
     return {_mm256_alignr_epi8(_mm256_permute2x128_si256(here.r, next.r, 0x21), here.r, 2 * words)};
 }
 
+// The same of bytes.
+template <int bytes>
+Bytes before(Bytes previous, Bytes here)
+{
+    return {_mm256_alignr_epi8(here.r, _mm256_permute2x128_si256(previous.r, here.r, 0x21), 16 - bytes)};
+}
+
+template <int bytes>
+Bytes after(Bytes here, Bytes next)
+{
+    return {_mm256_alignr_epi8(_mm256_permute2x128_si256(here.r, next.r, 0x21), here.r, bytes)};
+}
+
 // What SSE2 has no equivalent of.
 
 // For every byte of the index, whose bit 7 is clear, the table's byte that its lower four bits name; the two halves of

@@ -171,6 +171,19 @@ Words after(Words here, Words next)
     return {_mm_or_si128(_mm_srli_si128(here.r, 2 * words), _mm_slli_si128(next.r, 16 - 2 * words))};
 }
 
+// The same of bytes.
+template <int bytes>
+Bytes before(Bytes previous, Bytes here)
+{
+    return {_mm_or_si128(_mm_slli_si128(here.r, bytes), _mm_srli_si128(previous.r, 16 - bytes))};
+}
+
+template <int bytes>
+Bytes after(Bytes here, Bytes next)
+{
+    return {_mm_or_si128(_mm_srli_si128(here.r, bytes), _mm_slli_si128(next.r, 16 - bytes))};
+}
+
 inline Components loadInterleaved(const std::uint8_t* p) { return {load(p), load(p + 16), load(p + 32)}; }
 
 inline Components takeApart(Components p)

@@ -1,0 +1,29 @@
+// Minima and maxima over squares, of whole regions.
+#pragma once
+
+#include "simd/plane.h"
+#include "simd/stores.h"
+
+namespace zkit {
+
+// Squares of 2 reach + 1 pixels a side on bytes, grey or interleaved colour, whose values are `step` (1 or 3) bytes
+// apart.
+struct Squares {
+    int reach;  // at least 1
+    int step;
+    std::uint8_t outside[3];  // what every byte of a pixel is outside the region
+};
+
+struct MorphologyWorkers {
+    // Source and destination are the same pixels or apart; their widths count bytes and are not 0, nor are the heights.
+    using Filter = void (*)(const Source& src, const Target& dst, const Squares& squares, Stores stores,
+                            std::uint8_t* memory);
+    Filter erode, dilate;
+
+    // How many bytes of memory they take.
+    std::int64_t (*memory)(const Target& dst, const Squares& squares);
+
+    static const MorphologyWorkers plain, sse2, avx2;
+};
+
+}  // namespace zkit

@@ -1,0 +1,96 @@
+#include "morpho/median_workers.h"
+#include "morpho/morphology_workers.h"
+#include "support/workers.h"
+
+#include <algorithm>
+
+using namespace zkit;
+
+namespace {
+
+using Memory = std::unique_ptr<std::uint8_t[]>;
+
+// What a filter makes of pixels, elsewhere or in place.
+template <class Filter>
+std::vector<std::uint8_t> filtered(const MorphologyWorkers& workers, Filter filter, Pixels src, Pixels dst,
+                                   const Squares& squares, bool inPlace)
+{
+    Pixels& out = inPlace ? src : dst;
+    const Source from = src.source();
+    const Target to{out.row(), out.source().pitch, from.width, from.height};
+    const Memory memory(new std::uint8_t[static_cast<std::size_t>(workers.memory(to, squares))]);
+    (workers.*filter)(from, to, squares, Stores::cached, memory.get());
+    return out.all();
+}
+
+void expectSame(const PackedSet<MorphologyWorkers>& set, Random& random, Pixels::Kind kind, int width, int height,
+                const Squares& squares)
+{
+    const Pixels src(random, kind, width, height), dst(random, Pixels::noise, width, height);
+    for (const auto filter : {&MorphologyWorkers::erode, &MorphologyWorkers::dilate})
+        for (const bool inPlace : {false, true})
+            ASSERT_EQ(filtered(*set.workers, filter, src, dst, squares, inPlace),
+                      filtered(MorphologyWorkers::plain, filter, src, dst, squares, inPlace))
+                << width << 'x' << height << " reach " << squares.reach << " step " << squares.step;
+}
+
+TEST(MorphoWorkers, morphology)
+{
+    forAwkwardRowsOfSets<MorphologyWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        for (const int step : {1, 3}) {
+            if (width == 0 || width > 600 || width % step != 0)
+                continue;
+            const int height = random(1, 9), reach = random(0, 2) ? random(1, 12) : random(1, width + 5);
+            const auto some = [&] { return static_cast<std::uint8_t>(random(0, 255)); };
+            expectSame(set, random, kind, width, height, {reach, step, {some(), some(), some()}});
+        }
+    });
+}
+
+// Every reach in regions of every small size, so that squares end everywhere, up to those that hold all of a region.
+TEST(MorphoWorkers, morphology_of_small_regions)
+{
+    for (const auto& set : packedSets<MorphologyWorkers>()) {
+        Random random(31);
+        for (int width = 1; width <= 7; ++width)
+            for (int height = 1; height <= 7; ++height)
+                for (int reach = 1; reach <= 9; ++reach) {
+                    expectSame(set, random, Pixels::noise, width, height, {reach, 1, {100}});
+                    expectSame(set, random, Pixels::noise, 3 * width, height, {reach, 3, {100, 200, 5}});
+                }
+    }
+}
+
+// Squares of more rows than are filtered at once.
+TEST(MorphoWorkers, morphology_in_panels)
+{
+    for (const auto& set : packedSets<MorphologyWorkers>()) {
+        Random random(32);
+        for (const int width : {600, 645})
+            for (const int reach : {106, 250})
+                expectSame(set, random, Pixels::noise, width, 290, {reach, 3, {30, 255, 90}});
+    }
+}
+
+TEST(MorphoWorkers, median)
+{
+    forAwkwardRowsOfSets<MedianWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        const Pixels above(random, kind, width, 1), here(random, kind, width, 1), below(random, kind, width, 1);
+        const std::uint8_t outside[] = {100, 0, 200};
+        if (width == 0)
+            return;
+        const MedianRows rows{above.row(), here.row(), below.row()};
+        Pixels packed(random, Pixels::noise, width + 9, 1), plain(packed);
+        for (const int step : {1, 3})
+            if (width % step == 0) {
+                set.workers->constant(rows, packed.row() + 5, width, step, outside);
+                MedianWorkers::plain.constant(rows, plain.row() + 5, width, step, outside);
+                EXPECT_EQ(packed.all(), plain.all());
+            }
+        set.workers->replicated(rows, packed.row() + 5, width);
+        MedianWorkers::plain.replicated(rows, plain.row() + 5, width);
+        EXPECT_EQ(packed.all(), plain.all());
+    });
+}
+
+}  // namespace
