@@ -69,12 +69,15 @@ void ImgGetProfilePeaks(ZBW8Vector* profile, ZPeaksVector* peaks, unsigned int l
         require(profile && peaks, Z_ERROR_VECTOR_EMPTY)) {
         peaks->Empty();
         Run run(Run::none, 0, 0);
-        for (unsigned int i = 0; i < profile->GetNumElements() && frame.clear(); ++i) {
+        for (unsigned int i = 0; i < profile->GetNumElements(); ++i) {
             const unsigned int sample = profile->GetDataPtr()[i];
             const Run::Side side = sample > high ? Run::peak : sample < low ? Run::valley : Run::none;
             if (side != run.side()) {
-                if (run.counts(minAmplitude, minArea))
+                if (run.counts(minAmplitude, minArea)) {
                     peaks->AddElement(run.until(i));
+                    if (!frame.clear())
+                        break;
+                }
                 run = Run(side, i, side == Run::peak ? high : low);
             }
             if (side != Run::none)
