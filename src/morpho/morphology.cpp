@@ -27,9 +27,10 @@ Step dilation(int border) { return {&MorphologyWorkers::dilate, {static_cast<std
 Step erosion(ZC24 border) { return {&MorphologyWorkers::erode, {border.c0, border.c1, border.c2}}; }
 Step dilation(ZC24 border) { return {&MorphologyWorkers::dilate, {border.c0, border.c1, border.c2}}; }
 
-// Runs the workers; widths count bytes. Raises 1303 and returns false when there is no memory to keep regions that
-// overlap apart. Without memory for the workers columns are left out, which is intended.
-bool filter(Source src, const Target& dst, const Step& step, int n, int pixelSize)
+// Runs the workers, the destination being read no more when it is the last step; widths count bytes. Raises 1303 and
+// returns false when there is no memory to keep regions that overlap apart. Without memory for the workers columns are
+// left out, which is intended.
+bool filter(Source src, const Target& dst, const Step& step, int n, int pixelSize, bool last)
 {
     if (dst.width == 0 || dst.height == 0)
         return true;
@@ -41,8 +42,11 @@ bool filter(Source src, const Target& dst, const Step& step, int n, int pixelSiz
     const std::int64_t bytes = chosen.memory(dst, squares);
     const std::unique_ptr<std::uint8_t[]> memory(
         bytes <= PTRDIFF_MAX ? new (std::nothrow) std::uint8_t[static_cast<std::size_t>(bytes)] : nullptr);
+    const Stores stores = last && !inPlace(src, dst) ? storesFor(2 * dst.width * dst.height) : Stores::cached;
     const auto& usable = memory ? chosen : MorphologyWorkers::plain;
-    (usable.*step.filter)(src, dst, squares, Stores::cached, memory.get());
+    (usable.*step.filter)(src, dst, squares, stores, memory.get());
+    if (stores == Stores::streamed)
+        endStreaming();
     return true;
 }
 
@@ -52,13 +56,13 @@ bool usable(ZGenericROI* src, ZGenericROI* dst)
 }
 
 // n passes of 3 x 3. No pass leaves the destination untouched, and asks nothing of the regions.
-bool erodeDilate(ZGenericROI* src, ZGenericROI* dst, const Step& step, int n)
+bool erodeDilate(ZGenericROI* src, ZGenericROI* dst, const Step& step, int n, bool last)
 {
     const CallFrame frame("ImgErodeDilate");
     if (n <= 0)
         return true;
     const auto rows = [](const ZGenericROI* region, auto plane) { return bytes(plane, region->GetPixelSize()); };
-    if (usable(src, dst) && filter(rows(src, source(src)), rows(dst, target(dst)), step, n, src->GetPixelSize()))
+    if (usable(src, dst) && filter(rows(src, source(src)), rows(dst, target(dst)), step, n, src->GetPixelSize(), last))
         return true;
     frame.trace();
     return false;
@@ -70,7 +74,7 @@ using Steps = std::initializer_list<Step>;
 bool inTurn(ZGenericROI* src, ZGenericROI* dst, int n, Steps steps)
 {
     for (const Step& step : steps) {
-        if (!erodeDilate(src, dst, step, n))
+        if (!erodeDilate(src, dst, step, n, &step + 1 == steps.end()))
             return false;
         src = dst;
     }

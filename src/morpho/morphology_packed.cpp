@@ -29,6 +29,17 @@ inline std::ptrdiff_t reachWithin(std::ptrdiff_t pixels, const Squares& squares)
     return squares.reach < pixels ? squares.reach : pixels;
 }
 
+// Fills with outside pixels, doubling what is there.
+inline void fillOutside(std::uint8_t* out, std::ptrdiff_t bytes, const Squares& squares)
+{
+    for (std::ptrdiff_t i = 0; i < squares.step && i < bytes; ++i)
+        out[i] = squares.outside[i];
+    for (std::ptrdiff_t filled = squares.step; filled < bytes; filled *= 2) {
+        const std::ptrdiff_t left = bytes - filled;
+        __builtin_memcpy(out + filled, out, static_cast<std::size_t>(filled < left ? filled : left));
+    }
+}
+
 constexpr std::int64_t alignment = 64;
 
 // Bytes beyond the end of a line of working memory that may be written and read in vain.
@@ -79,8 +90,8 @@ std::int64_t memory(const Target& dst, const Squares& squares)
 
 // out[i] = the extreme of in[i], in[i + distance], ... `count` of them, the last one being in[i + last].
 template <class Extreme, int count>
-void ofSeveral(const std::uint8_t* in, std::ptrdiff_t distance, std::ptrdiff_t last, std::uint8_t* out,
-               std::ptrdiff_t width, Stores stores)
+[[gnu::flatten]] void ofSeveral(const std::uint8_t* in, std::ptrdiff_t distance, std::ptrdiff_t last, std::uint8_t* out,
+                                std::ptrdiff_t width, Stores stores)
 {
     mapRow(out, width, stores, [=](auto at) {
         Bytes extreme = Extreme::of(at.bytes(in), at.bytes(in + last));
@@ -111,33 +122,35 @@ public:
             surround(i);
     }
 
-    // Where the row of column extremes y is to be put.
-    std::uint8_t* row(std::ptrdiff_t y) { return whole_ + (y < 0 ? 0 : y % rows_) * pitch_ + reach_ * step_; }
+    // Where the next row of column extremes is to be put.
+    std::uint8_t* row() { return whole_ + count_ * pitch_ + reach_ * step_; }
 
-    // Says that it is there; rows come in order. Writes all rows that are there as soon as they are enough.
-    void add(std::ptrdiff_t y)
+    // Says that it is there. Writes all rows that are there as soon as they are enough.
+    void add()
     {
-        const std::ptrdiff_t count = y % rows_ + 1;
-        if (count < rows_ && y + 1 < dst_.height)
+        ++count_;
+        ++rowsAdded_;
+        if (count_ < rows_ && rowsAdded_ < dst_.height)
             return;
-        for (std::ptrdiff_t i = 0; dst_.width < Bytes::lanes && i < count; ++i)
+        for (std::ptrdiff_t i = 0; dst_.width < Bytes::lanes && i < count_; ++i)
             surround(i);  // whole vectors have been put there
-        filter(count * pitch_, dst_.data + (y + 1 - count) * dst_.pitch, count);
+        filter(dst_.data + (rowsAdded_ - count_) * dst_.pitch);
+        count_ = 0;
     }
 
 private:
     // The border rule of rows: the outside value before and behind them.
     void surround(std::ptrdiff_t i)
     {
-        std::uint8_t *const before = whole_ + i * pitch_, *const behind = before + reach_ * step_ + dst_.width;
-        for (std::ptrdiff_t x = 0; x < reach_ * step_; ++x)
-            before[x] = behind[x] = squares_.outside[x % step_];
+        fillOutside(whole_ + i * pitch_, reach_ * step_, squares_);
+        fillOutside(whole_ + i * pitch_ + reach_ * step_ + dst_.width, reach_ * step_, squares_);
     }
 
-    void filter(std::ptrdiff_t bytes, std::uint8_t* out, std::ptrdiff_t count)
+    void filter(std::uint8_t* out)
     {
+        const std::ptrdiff_t bytes = count_ * pitch_;
         const auto each = [&](auto write) {
-            for (std::ptrdiff_t i = 0; i < count; ++i)
+            for (std::ptrdiff_t i = 0; i < count_; ++i)
                 write(i * pitch_, out + i * dst_.pitch);
         };
         if (side_ <= 4)
@@ -199,59 +212,85 @@ private:
     Squares squares_;
     std::ptrdiff_t step_, reach_, side_;
     Stores stores_;
-    std::ptrdiff_t pitch_, rows_;
+    std::ptrdiff_t pitch_, rows_, count_ = 0, rowsAdded_ = 0;
     std::uint8_t *whole_, *fours_, *sixteens_;
 };
 
-// What becomes of columns, row by row: all of them, or a panel.
+// step(at, x) for every vector `at` of a row, x being its first lane's column. The last one ends with the row and does
+// some bytes twice.
+template <class Step>
+[[gnu::flatten]] void eachVector(std::ptrdiff_t width, Step step)
+{
+    std::ptrdiff_t x = 0;
+    for (; x + Bytes::lanes <= width; x += Bytes::lanes)
+        step(WholeVector{x}, x);
+    if (x < width) {
+        const LastVector last(width);
+        step(last, last.start());
+    }
+}
+
+// Columns, row by row: all of them, or a panel.
 struct ColumnBlocks {
     std::ptrdiff_t reach, width;
     const std::uint8_t* outside;  // the border rule of columns: a row of the outside value
     std::uint8_t* sofar;          // extremes of the block up to the newest row
-    std::uint8_t* block;          // its rows; once it is complete, extremes of each row and those below it
+    std::uint8_t* ends;           // of the block before, extremes of each row and those below it
     std::ptrdiff_t pitch;
 };
 
-// Takes in the row below all others. With the end of the block before it makes a row of results, `rest` being the
-// extremes of that. The last vector ends with the row and does some bytes twice.
+// Takes in the row below all others, the first of its block or not. With the end of the block before it makes a row of
+// results, `rest` being the extremes of that. In place it is kept.
 template <class Extreme>
-void addRow(const ColumnBlocks& columns, const std::uint8_t* in, const std::uint8_t* before, const std::uint8_t* rest,
-            std::uint8_t* kept, std::uint8_t* out)
+[[gnu::flatten]] void addRow(const ColumnBlocks& columns, const std::uint8_t* in, bool first, const std::uint8_t* rest,
+                             std::uint8_t* kept, std::uint8_t* out)
 {
-    const auto step = [=, sofar = columns.sofar](Bytes row, std::ptrdiff_t x) {
-        store(kept + x, row);
-        const Bytes extreme = Extreme::of(row, load(before + x));
+    const auto add = [=, sofar = columns.sofar, before = first ? in : columns.sofar](auto at, std::ptrdiff_t x) {
+        const Bytes row = at.bytes(in), extreme = Extreme::of(row, at.bytes(before));
         store(sofar + x, extreme);
         store(out + x, Extreme::of(extreme, load(rest + x)));
+        return row;
     };
-    std::ptrdiff_t x = 0;
-    for (; x + Bytes::lanes <= columns.width; x += Bytes::lanes)
-        step(load(in + x), x);
-    if (x < columns.width) {
-        const LastVector last(columns.width);
-        step(last.bytes(in), last.start());
+    if (kept)
+        eachVector(columns.width, [=](auto at, std::ptrdiff_t x) { store(kept + x, add(at, x)); });
+    else
+        eachVector(columns.width, [=](auto at, std::ptrdiff_t x) { add(at, x); });
+}
+
+// The ends of a block of these rows, the first of them highest, with what is below them.
+template <class Extreme>
+[[gnu::flatten]] void endBlock(const ColumnBlocks& columns, const Source& rows, const std::uint8_t* below)
+{
+    for (std::ptrdiff_t y = rows.height - 1; y >= 0; --y) {
+        std::uint8_t* const end = columns.ends + y * columns.pitch;
+        const std::uint8_t* const row = rows.data + y * rows.pitch;
+        mapRow(end, columns.width, Stores::cached,
+               [=](auto at) { return Extreme::of(at.bytes(row), at.bytes(below)); });
+        below = end;
     }
 }
 
-// Calls done(y) when the extremes of the columns around row y are where result(y) says. Row y of the source is not
-// read again then, nor any above it.
+// Calls done(y) when the extremes of the columns around row y are where result(y) says. When the source is overwritten
+// then, row y is not read again, nor any above it.
 template <class Extreme, class Result, class Done>
-void filterColumns(const Source& src, const ColumnBlocks& columns, Result result, Done done)
+void filterColumns(const Source& src, bool overwritten, const ColumnBlocks& columns, Result result, Done done)
 {
     const std::ptrdiff_t reach = columns.reach, side = 2 * reach + 1;
     for (std::ptrdiff_t newest = 0, place = 0; newest < src.height + reach; ++newest) {
-        const std::uint8_t* in = newest < src.height ? src.data + newest * src.pitch : columns.outside;
-        std::uint8_t* const kept = columns.block + place * columns.pitch;
-        const bool complete = place + 1 == side;
+        const bool inside = newest < src.height, complete = place + 1 == side;
+        std::uint8_t* const kept = columns.ends + place * columns.pitch;
         const std::uint8_t* rest = complete ? columns.sofar : newest < side ? columns.outside : kept + columns.pitch;
-        addRow<Extreme>(columns, in, place == 0 ? kept : columns.sofar, rest, kept, result(newest - reach));
+        addRow<Extreme>(columns, inside ? src.data + newest * src.pitch : columns.outside, place == 0, rest,
+                        overwritten ? kept : nullptr, result(newest - reach));
+        if (complete) {
+            const std::ptrdiff_t first = newest + 1 - side, rows = inside ? side : src.height - first;
+            const Source block = overwritten ? Source{columns.ends, columns.pitch, columns.width, rows}
+                                             : Source{src.data + first * src.pitch, src.pitch, columns.width, rows};
+            endBlock<Extreme>(columns, block, inside ? block.data + (rows - 1) * block.pitch : columns.outside);
+        }
         if (newest >= reach)
             done(newest - reach);
         place = complete ? 0 : place + 1;
-        for (std::ptrdiff_t i = complete ? side - 2 : -1; i >= 0; --i) {
-            std::uint8_t* const row = columns.block + i * columns.pitch;
-            ofSeveral<Extreme, 2>(row, 0, columns.pitch, row, columns.width, Stores::cached);
-        }
     }
 }
 
@@ -264,18 +303,19 @@ void filterSquares(const Source& src, const Target& dst, const Squares& squares,
     const auto misaligned = static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(memory) % alignment);
     std::uint8_t* const lines = memory + (alignment - misaligned) % alignment;
     std::uint8_t *const outside = lines + 3 * layout.line, *const sofar = outside + layout.row;
-    RowFilter<Extreme> rows(dst, squares, layout, lines, stores);
-    for (std::ptrdiff_t x = 0; x < dst.width; ++x)
-        outside[x] = squares.outside[x % squares.step];
+    const bool overwritten = src.data == dst.data;
+    const bool inPanels = layout.panel < dst.width;
+    RowFilter<Extreme> rows(dst, squares, layout, lines, inPanels ? Stores::cached : stores);
+    fillOutside(outside, dst.width, squares);
     ColumnBlocks columns{reachWithin(dst.height, squares),
                          dst.width,
                          outside,
                          sofar,
                          sofar + layout.row,
                          static_cast<std::ptrdiff_t>(layout.blockPitch)};
-    if (layout.panel == dst.width) {
+    if (!inPanels) {
         filterColumns<Extreme>(
-            src, columns, [&](std::ptrdiff_t y) { return rows.row(y); }, [&](std::ptrdiff_t y) { rows.add(y); });
+            src, overwritten, columns, [&](std::ptrdiff_t) { return rows.row(); }, [&](std::ptrdiff_t) { rows.add(); });
         return;
     }
     for (std::ptrdiff_t x = 0; x < dst.width; x += columns.width) {
@@ -283,13 +323,12 @@ void filterSquares(const Source& src, const Target& dst, const Squares& squares,
         if (dst.width - x < columns.width + Bytes::lanes)
             columns.width = dst.width - x;
         filterColumns<Extreme>(
-            {src.data + x, src.pitch, columns.width, src.height}, columns,
-            [&](std::ptrdiff_t y) { return y < 0 ? rows.row(y) : dst.data + y * dst.pitch + x; },
-            [](std::ptrdiff_t) {});
+            {src.data + x, src.pitch, columns.width, src.height}, overwritten, columns,
+            [&](std::ptrdiff_t y) { return y < 0 ? rows.row() : dst.data + y * dst.pitch + x; }, [](std::ptrdiff_t) {});
     }
     for (std::ptrdiff_t y = 0; y < dst.height; ++y) {
-        __builtin_memcpy(rows.row(y), dst.data + y * dst.pitch, static_cast<std::size_t>(dst.width));
-        rows.add(y);
+        __builtin_memcpy(rows.row(), dst.data + y * dst.pitch, static_cast<std::size_t>(dst.width));
+        rows.add();
     }
 }
 
@@ -313,8 +352,7 @@ template <class Extreme>
 void filterNine(const Source& src, const Target& dst, const Squares& squares, std::uint8_t* memory)
 {
     std::uint8_t *const outside = memory, *const kept = memory + dst.width;
-    for (std::ptrdiff_t x = 0; x < dst.width; ++x)
-        outside[x] = squares.outside[x % squares.step];
+    fillOutside(outside, dst.width, squares);
     const Constant border(squares.outside, squares.step);
     const std::uint8_t* above = outside;
     for (std::ptrdiff_t y = 0; y < dst.height; ++y) {

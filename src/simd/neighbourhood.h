@@ -35,6 +35,20 @@ Columns bothSides(const Columns& previous, const Columns& here, const Columns& n
     return {before<far>(previous.odd, here.odd) + rightOfEven, leftOfOdd + after<far>(here.even, next.even)};
 }
 
+struct Thirds {
+    std::uint8_t bytes[Bytes::lanes + 2];
+};
+
+constexpr Thirds makeThirds()
+{
+    Thirds mask{};
+    for (int i = 0; i < Bytes::lanes + 2; i += 3)
+        mask.bytes[i] = 255;
+    return mask;
+}
+
+inline constexpr Thirds thirds = makeThirds();
+
 // Border rules: the vectors of pixels before a row and behind it, of which the nearest ones count.
 struct Zeros {
     static Bytes before(const std::uint8_t*) { return broadcast(0); }
@@ -51,16 +65,22 @@ struct Replicated {
 class Constant {
 public:
     Constant(const std::uint8_t* pixel, int step)
+        : pixel_{broadcast(pixel[0]), broadcast(pixel[step == 1 ? 0 : 1]), broadcast(pixel[step == 1 ? 0 : 2])}
     {
-        for (int i = 0; i < Bytes::lanes + 2; ++i)
-            bytes_[i] = pixel[i % step];
     }
 
-    Bytes before(const std::uint8_t*) const { return load(bytes_ + (3 - Bytes::lanes % 3)); }  // ends with a pixel
-    Bytes behind(const std::uint8_t*, std::ptrdiff_t) const { return load(bytes_); }
+    Bytes before(const std::uint8_t*) const { return from(3 - Bytes::lanes % 3); }  // a pixel ends with the last lane
+    Bytes behind(const std::uint8_t*, std::ptrdiff_t) const { return from(0); }
 
 private:
-    std::uint8_t bytes_[Bytes::lanes + 2];
+    // The bytes from byte `first` of a pixel on; every third is set in the mask.
+    Bytes from(int first) const
+    {
+        const auto every = [first](int byte) { return load(thirds.bytes + (first - byte + 3) % 3); };
+        return (pixel_[0] & every(0)) | (pixel_[1] & every(1)) | (pixel_[2] & every(2));
+    }
+
+    Bytes pixel_[3];
 };
 
 // A row of at least three vectors, given the vectors of columns from x on, columns(x), and those before and behind.

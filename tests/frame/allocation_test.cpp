@@ -215,6 +215,13 @@ const std::vector<Row> otherOperations = {
      [] { ImgAutoAdaptiveThreshold(&grey.src, &grey.dst, IMG_THRESHOLD_ISODATA, 5, 5); }},
     {"ImgScaleRotate", {1303}, [] { ImgScaleRotate(&grey.src, 0, 0, 0, 0, 1, 1, 20, &grey.dst, 8); }},
     {"ImgScaleRotate (C24)", {1303}, [] { ImgScaleRotate(&colour.src, 0, 0, 0, 0, 1, 1, 20, &colour.dst, 0); }},
+    {"ImgErode", {1303, 0}, [] { ImgErode(&grey.src, &grey.dst, 2, 255); }},
+    {"ImgOpen", {0}, [] { ImgOpen(&grey.src, &grey.src, 2, 255, 0); }},  // without columns
+    {"ImgDilate (C24)", {1303, 0}, [] { ImgDilate(&colour.src, &colour.dst, 1, {}); }},
+    {"ImgWhiteTopHat (C24)", {1303, 0}, [] { ImgWhiteTopHat(&colour.src, &colour.dst, 2, {}, {}); }},
+    {"ImgMedian", {1303}, [] { ImgMedian(&grey.src, &grey.dst, 0); }},
+    {"ImgMedian in place", {1303}, [] { ImgMedian(&grey.src, &grey.src); }},
+    {"ImgMedian (C24)", {1303}, [] { ImgMedian(&colour.src, &colour.src, {}); }},
     {"ImgShrink", {1303}, [] { ImgShrink(&grey.src, &grey.dst); }},
     {"ImgShrink (C24)", {1303}, [] { ImgShrink(&colour.src, &colour.dst); }},
 };
@@ -240,6 +247,18 @@ protected:
 TEST_F(AllocationTest, operations_on_images) { expectAll(imageOperations); }
 
 TEST_F(AllocationTest, histograms_thresholds_and_geometry) { expectAll(otherOperations); }
+
+// Nothing is raised, and only the neighbours to the left and right count.
+TEST_F(AllocationTest, morphology_leaves_columns_out)
+{
+    ZImage<ZBW8> src, dst(4, 3);
+    draw(src, "9999 9199 9999");
+    withBothWorkers([&] {
+        const FailingAllocation first(0);
+        EXPECT_EQ(ImgErode(&src, &dst, 2, 255), 0);
+    });
+    EXPECT_EQ(bytesOf(dst), (std::vector<std::uint8_t>{9, 9, 9, 9, 1, 1, 1, 1, 9, 9, 9, 9}));
+}
 
 TEST_F(AllocationTest, vectors)
 {

@@ -1,1 +1,109 @@
+#include "support/destination.h"
+#include "support/errors.h"
+#include "zkit/img/morpho.h"
 
+#include <algorithm>
+#include <array>
+
+namespace {
+
+class MedianTest : public OperationTest {};
+
+using Bytes = std::vector<std::uint8_t>;
+
+// The median of every 3 x 3 neighbourhood, with the border value or, where that is negative, the nearest pixel. With
+// `above` pixels in the row above are those of the result.
+Bytes medians(ZImage<ZBW8>& src, int border, bool above = false)
+{
+    Bytes dst;
+    const int width = src.GetWidth(), height = src.GetHeight();
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            std::array<int, 9> nine{};
+            for (int i = 0; i < 9; ++i) {
+                const int u = x + i % 3 - 1, v = y + i / 3 - 1;
+                const int column = std::clamp(u, 0, width - 1), row = std::clamp(v, 0, height - 1);
+                const bool outside = (u != column || v != row) && border >= 0;
+                const int pixel = above && v < y && !outside ? dst[static_cast<std::size_t>(row * width + column)]
+                                                             : src.GetPixel(column, row);
+                nine[static_cast<std::size_t>(i)] = outside ? border : pixel;
+            }
+            std::sort(nine.begin(), nine.end());
+            dst.push_back(static_cast<std::uint8_t>(nine[4]));
+        }
+    return dst;
+}
+
+TEST_F(MedianTest, is_the_fifth_of_nine_values)
+{
+    Random random(9);
+    for (int round = 0; round < 300; ++round) {
+        ZImage<ZBW8> src(random(1, round % 4 ? 6 : 150), random(1, 6)), dst(src.GetWidth(), src.GetHeight());
+        fill(src, random);
+        const int border = random(0, 255);
+        const Bytes constant = medians(src, border), replicated = medians(src, -1), swept = medians(src, border, true);
+        withBothWorkers([&] {
+            EXPECT_EQ(ImgMedian(&src, &dst, border - 256), 0);  // the lower 8 bits count
+            EXPECT_EQ(bytesOf(dst), constant);
+            ImgMedian(&src, &dst);
+            EXPECT_EQ(bytesOf(dst), replicated);
+            copyPixels<ZBW8>(src, dst);
+            EXPECT_EQ(ImgMedian(&dst, &dst, border), 0);  // in place the row above is filtered
+            EXPECT_EQ(bytesOf(dst), swept);
+        });
+    }
+}
+
+TEST_F(MedianTest, the_place_of_the_regions_does_not_matter)
+{
+    expectSameEverywhere<ZBW8>([](auto src, auto dst) { ImgMedian(src, dst); }, 120);
+    expectSameEverywhere<ZC24>([](auto src, auto dst) { ImgMedian(src, dst, {0, 100, 255}); }, 120);
+    expectSameEverywhere<ZBW8>(
+        [](auto src, auto dst) {
+            ZImage<ZBW8> copy;  // in place it differs
+            if (src->GetPixelPtr(0, 0) == dst->GetPixelPtr(0, 0)) {
+                copy.SetSize(src->GetWidth(), src->GetHeight());
+                copyPixels<ZBW8>(*src, copy);
+                src = &copy;
+            }
+            ImgMedian(src, dst, 100);
+        },
+        120);
+}
+
+TEST_F(MedianTest, colour_has_a_border_for_every_byte)
+{
+    ZImage<ZC24> src(1, 1), dst(1, 1);
+    src.SetPixel({9, 9, 9}, 0, 0);
+    withBothWorkers([&] {
+        ImgMedian(&src, &dst, {1, 2, 3});
+        EXPECT_EQ(bytesOf(dst), (Bytes{1, 2, 3}));
+    });
+    Random random(10);
+    ZImage<ZC24> noise(50, 7), filtered(50, 7);
+    ZImage<ZBW8> grey(50, 7);
+    fill(noise, random);
+    ImgMedian(&noise, &filtered, {70, 70, 70});
+    for (std::size_t byte = 0; byte < 3; ++byte) {
+        const Bytes before = bytesOf(noise), after = bytesOf(filtered);
+        for (int i = 0; i < 350; ++i)
+            grey.SetPixel(before[static_cast<std::size_t>(3 * i) + byte], i % 50, i / 50);
+        const Bytes expected = medians(grey, 70);
+        for (std::size_t i = 0; i < 350; ++i)
+            EXPECT_EQ(after[3 * i + byte], expected[i]);
+    }
+}
+
+TEST_F(MedianTest, regions_of_different_sizes_are_refused)
+{
+    ZImage<ZBW8> grey(4, 4), smallGrey(3, 4);
+    ZImage<ZC24> colour(4, 4), smallColour(3, 4);
+    EXPECT_EQ(ImgMedian(&grey, &smallGrey, 0), 1402);
+    EXPECT_FAILURE(1402, "ImgMedian");
+    ImgMedian(&grey, &smallGrey);
+    EXPECT_FAILURE(1402, "ImgMedian");
+    ImgMedian(&colour, &smallColour, {});
+    EXPECT_FAILURE(1402, "ImgMedian", "ImgMedian (C24)");
+}
+
+}  // namespace

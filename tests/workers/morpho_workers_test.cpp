@@ -66,9 +66,9 @@ TEST(MorphoWorkers, morphology_in_panels)
 {
     for (const auto& set : packedSets<MorphologyWorkers>()) {
         Random random(32);
-        for (const int width : {600, 645})
-            for (const int reach : {106, 250})
-                expectSame(set, random, Pixels::noise, width, 290, {reach, 3, {30, 255, 90}});
+        for (const int width : {3942, 4101})
+            for (const int reach : {33, 70})
+                expectSame(set, random, Pixels::noise, width, 40, {reach, 3, {30, 255, 90}});
     }
 }
 
