@@ -8,7 +8,7 @@ std::span<const Peer> peers()
         std::vector<Peer> joined;
         for (const auto family :
              {opencv::analysisPeers(), opencv::contourPeers(), opencv::pointPeers(), opencv::arithmeticPeers(),
-              opencv::filterPeers(), opencv::geometryPeers(), opencv::morphoPeers()})
+              opencv::filterPeers(), opencv::geometryPeers(), opencv::morphoPeers(), opencv::temporalPeers()})
             joined.insert(joined.end(), family.begin(), family.end());
         return joined;
     }();
