@@ -83,8 +83,8 @@ std::vector<const CLI::App*> commandsOf(const CLI::App& tool)
 
 void writeManual(std::ostream& out, const CLI::App& tool, const char* version)
 {
-    const std::string name = tool.get_name();
-    out << ".TH " << upperCase(name) << " 1 \"\" \"" << name << ' ' << version << "\" \"User Commands\"\n"
+    const std::string& name = tool.get_name();
+    out << ".TH " << upperCase(name) << R"( 1 "" ")" << name << ' ' << version << "\" \"User Commands\"\n"
         << ".SH NAME\n"
         << name << " \\- " << escaped(tool.get_description()) << "\n.SH SYNOPSIS\n";
     for (const CLI::App* command : commandsOf(tool)) {

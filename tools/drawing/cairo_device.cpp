@@ -114,7 +114,7 @@ void CairoDevice::drawPicture(const ZImage<ZC24>& picture)
     for (int y = 0; y < height; ++y, row += cairo_image_surface_get_stride(pixels.get()))
         for (int x = 0; x < width; ++x) {
             const ZC24 pixel = picture.GetPixel(x, y);
-            const std::uint32_t word = pixel.c2 << 16U | pixel.c1 << 8U | pixel.c0;
+            const std::uint32_t word = std::uint32_t{pixel.c2} << 16 | std::uint32_t{pixel.c1} << 8 | pixel.c0;
             std::memcpy(row + 4 * static_cast<std::ptrdiff_t>(x), &word, sizeof word);
         }
     cairo_surface_mark_dirty(pixels.get());

@@ -7,7 +7,7 @@
 namespace zkit::tool {
 namespace {
 
-constexpr unsigned char background = 0, object = 255;
+constexpr unsigned char backgroundLevel = 0, objectLevel = 255;
 
 void findRuns(const ZImage<ZBW8>& mask, int y, std::vector<Run>& runs)
 {
@@ -17,10 +17,10 @@ void findRuns(const ZImage<ZBW8>& mask, int y, std::vector<Run>& runs)
         const void* const found = std::memchr(from, wanted, static_cast<std::size_t>(end - from));
         return found == nullptr ? end : static_cast<const unsigned char*>(found);
     };
-    for (const unsigned char* first = next(row, object); first != end;) {
-        const unsigned char* const stop = next(first, background);
+    for (const unsigned char* first = next(row, objectLevel); first != end;) {
+        const unsigned char* const stop = next(first, backgroundLevel);
         runs.push_back({y, static_cast<int>(first - row), static_cast<int>(stop - row) - 1});
-        first = next(stop, object);
+        first = next(stop, objectLevel);
     }
 }
 

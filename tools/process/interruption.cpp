@@ -14,14 +14,16 @@ volatile std::sig_atomic_t received = 0;
 Interruption::Interruption()
 {
     received = 0;
-    for (const int signal : signals)
-        std::signal(signal, [](int number) { received = number; });
+    for (const int signal : signals)  // one that is ignored, as under nohup, stays so
+        if (std::signal(signal, [](int number) { received = number; }) == SIG_IGN)
+            std::signal(signal, SIG_IGN);
 }
 
 Interruption::~Interruption()
 {
     for (const int signal : signals)
-        std::signal(signal, SIG_DFL);
+        if (std::signal(signal, SIG_DFL) == SIG_IGN)
+            std::signal(signal, SIG_IGN);
 }
 
 bool Interruption::requested() { return received != 0; }
