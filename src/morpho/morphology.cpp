@@ -39,7 +39,7 @@ bool filter(Source src, const Target& dst, const Step& step, int n, int pixelSiz
         return false;
     const Squares squares{n, pixelSize, {step.outside[0], step.outside[1], step.outside[2]}};
     const auto& chosen = workers<MorphologyWorkers>();
-    const std::int64_t bytes = chosen.memory(dst, squares);
+    const std::int64_t bytes = chosen.memory(src, dst, squares);
     const std::unique_ptr<std::uint8_t[]> memory(
         bytes <= PTRDIFF_MAX ? new (std::nothrow) std::uint8_t[static_cast<std::size_t>(bytes)] : nullptr);
     const Stores stores = last && !inPlace(src, dst) ? storesFor(2 * dst.width * dst.height) : Stores::cached;

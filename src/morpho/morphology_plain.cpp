@@ -68,7 +68,7 @@ void filter(const Source& src, const Target& dst, const Squares& squares, Stores
     }
 }
 
-std::int64_t memory(const Target& dst, const Squares&) { return dst.width; }
+std::int64_t memory(const Source&, const Target& dst, const Squares&) { return dst.width; }
 
 }  // namespace
 }  // namespace zkit::plain

@@ -21,7 +21,7 @@ struct MorphologyWorkers {
     Filter erode, dilate;
 
     // How many bytes of memory they take.
-    std::int64_t (*memory)(const Target& dst, const Squares& squares);
+    std::int64_t (*memory)(const Source& src, const Target& dst, const Squares& squares);
 
     static const MorphologyWorkers plain, sse2, avx2;
 };

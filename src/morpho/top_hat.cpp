@@ -50,10 +50,11 @@ void filterAndSubtract(ZROI<T>* src, ZROI<T>* dst, int n, Filter filter, Combine
 {
     const std::int64_t height = src->GetHeight(), around = 2 * std::int64_t{n};
     const std::int64_t rowBytes = std::int64_t{src->GetWidth()} * static_cast<int>(sizeof(T));
-    const std::int64_t rows = std::max(bandBytes / std::max<std::int64_t>(rowBytes, 1), 8 * around);
+    const std::int64_t pitch = rowBytes / 128 * 128 + 192;  // rows do not fall on the same lines of the cache
+    const std::int64_t rows = std::max(bandBytes / pitch, 8 * around);
     std::unique_ptr<std::uint8_t[]> memory;
     if (rows < height)
-        memory.reset(new (std::nothrow) std::uint8_t[static_cast<std::size_t>((rows + 2 * around) * rowBytes)]);
+        memory.reset(new (std::nothrow) std::uint8_t[static_cast<std::size_t>((rows + 2 * around) * pitch)]);
     if (!memory) {
         filter(src, dst);
         combine(src, dst, dst);
@@ -65,7 +66,7 @@ void filterAndSubtract(ZROI<T>* src, ZROI<T>* dst, int n, Filter filter, Combine
         RowsOf<T> band(src, first, static_cast<int>(std::min(end + around, height)));
         RowsOf<T> from(src, begin, end), to(dst, begin, end);
         ZImage<T> filtered;
-        filtered.Attach(memory.get(), band.GetWidth(), band.GetHeight(), static_cast<int>(rowBytes));
+        filtered.Attach(memory.get(), band.GetWidth(), band.GetHeight(), static_cast<int>(pitch));
         filter(&band, &filtered);
         ZROI<T> inner(&filtered, 0, begin - first, band.GetWidth(), end - begin);
         combine(&from, &inner, &to);

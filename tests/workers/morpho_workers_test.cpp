@@ -18,7 +18,7 @@ std::vector<std::uint8_t> filtered(const MorphologyWorkers& workers, Filter filt
     Pixels& out = inPlace ? src : dst;
     const Source from = src.source();
     const Target to{out.row(), out.source().pitch, from.width, from.height};
-    const Memory memory(new std::uint8_t[static_cast<std::size_t>(workers.memory(to, squares))]);
+    const Memory memory(new std::uint8_t[static_cast<std::size_t>(workers.memory(from, to, squares))]);
     (workers.*filter)(from, to, squares, Stores::cached, memory.get());
     return out.all();
 }
@@ -61,14 +61,14 @@ TEST(MorphoWorkers, morphology_of_small_regions)
     }
 }
 
-// Squares of more rows than are filtered at once.
-TEST(MorphoWorkers, morphology_in_panels)
+// Squares of more rows than the memory has.
+TEST(MorphoWorkers, morphology_of_high_squares)
 {
     for (const auto& set : packedSets<MorphologyWorkers>()) {
         Random random(32);
-        for (const int width : {3942, 4101})
-            for (const int reach : {33, 70})
-                expectSame(set, random, Pixels::noise, width, 40, {reach, 3, {30, 255, 90}});
+        const int widthsAndReaches[][2] = {{4101, 33}, {7500, 18}, {9000, 17}, {9000, 30}};
+        for (const auto& [width, reach] : widthsAndReaches)
+            expectSame(set, random, Pixels::noise, width, 70, {reach, 3, {30, 255, 90}});
     }
 }
 
