@@ -114,10 +114,12 @@ inline void require(bool condition, const Call& call, const char* fault)
     std::abort();
 }
 
-// Whether the operation has done its work, which an error that reports pixels divided by zero does not prevent.
+// Whether the operation has done its work, which errors do not prevent that report pixels divided by zero, or a map
+// that leads outside, where the work ends.
 inline bool finished(const Call& call, const Outcome& result)
 {
-    return call.pending == Z_OK && (result.code == Z_OK || result.code == Z_ERROR_DIVISION_BY_ZERO_PIXEL);
+    return call.pending == Z_OK && (result.code == Z_OK || result.code == Z_ERROR_DIVISION_BY_ZERO_PIXEL ||
+                                    result.code == Z_ERROR_OUTSIDE_IMAGE);
 }
 
 inline Outcome checkedOutcome(const Call& call, const Workers& workers)

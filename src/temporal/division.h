@@ -13,7 +13,7 @@ namespace zkit {
 inline Division divisionBy(std::uint32_t by)
 {
     const std::uint32_t divisor = std::min(by, 65536U);
-    const int bits = std::bit_width(divisor - 1);
+    const auto bits = static_cast<int>(std::bit_width(divisor - 1));
     const std::uint32_t factor = (((1U << bits) - divisor) << 16) / divisor + 1;
     return {by, std::has_single_bit(by) ? std::countr_zero(by) : 0, static_cast<std::uint16_t>(factor),
             std::min(bits, 1), std::max(bits - 1, 0)};

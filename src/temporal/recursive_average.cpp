@@ -23,8 +23,10 @@ double decay(double x)
     if (x > 750)
         return 0;
     int doublings = 0;
-    for (; x > 0.25; x /= 2)
+    while (x > 0.25) {
+        x /= 2;
         ++doublings;
+    }
     double sum = 1;
     for (int k = 14; k > 0; --k)
         sum = 1 - x / k * sum;

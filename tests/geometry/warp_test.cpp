@@ -75,9 +75,10 @@ TEST_F(WarpTest, any_map)
                     for (int x = 0; x < 300; ++x)
                         expected.push_back(src.GetPixel(offset + static_cast<std::int16_t>(mapX.GetPixel(x, y)),
                                                         static_cast<std::int16_t>(mapY.GetPixel(x, y)) - offset));
+                SCOPED_TRACE(testing::Message() << width << 'x' << height << " + " << offset);
                 withBothWorkers([&] {
                     ImgWarp(&src, &dst, &mapX, &mapY, offset, -offset);
-                    EXPECT_EQ(bytesOf(dst), expected) << width << 'x' << height << " + " << offset;
+                    EXPECT_EQ(bytesOf(dst), expected);
                 });
             }
     }

@@ -91,7 +91,7 @@ TEST(GeometryWorkers, warp)
         const int offsetX = random(-300, 300), offsetY = random(0, 2) ? random(-300, 300) : 32767;
         const Pixels grey(random, kind, columns, height), colour(random, kind, columns, height, 3);
         std::vector<std::uint16_t> x, y, both;
-        for (int i = 0; i < width; ++i) {
+        for (int i = 0; i <= width; ++i) {  // one more, so that there is an address
             both.push_back(static_cast<std::uint16_t>(random(-over, columns - 1 + over)));
             x.push_back(static_cast<std::uint16_t>(both.back() - offsetX));
             both.push_back(static_cast<std::uint16_t>(random(-over, height - 1 + over)));
