@@ -88,13 +88,13 @@ void addUnwrapCommand(CLI::App& tool, int& status)
                 description)
             ->type_name("a,b");
     };
-    addPair("--center,--centre", "The ring's centre x,y", -maxRingCoordinate / 2, maxRingCoordinate / 2,
+    addPair("--center,--centre", "The ring's centre x,y", -maxRingLength, maxRingLength,
             [](Arguments& to, Pair pair) { to.centre = pair; })
         ->type_name("x,y")
         ->required();
-    addPair("--radii", "The radii of the top and of the bottom row", 0, maxRingCoordinate / 2,
-            [](Arguments& to, Pair pair) { to.radii = pair; })
-        ->required();
+    addPair("--radii", "The radii of the top and of the bottom row", 0, maxRingLength, [](Arguments& to, Pair pair) {
+        to.radii = pair;
+    })->required();
     addPair("--angles", "The directions of the left and of the right column in degrees; by default the whole circle",
             -3600, 3600, [](Arguments& to, Pair pair) { to.angles = pair; });
     command->add_option("--width", arguments->width, "Columns, by default as many as the larger circle has pixels")

@@ -14,8 +14,8 @@ struct Ring {
     int width = 0, height = 0;              // of the rectangle
 };
 
-/// The largest distance from the top-left pixel that a ring's points may have.
-constexpr int maxRingCoordinate = 32000;
+/// The largest coordinate of a centre and the largest radius: the library's maps hold coordinates up to 32767.
+constexpr float maxRingLength = 16000;
 
 /// The rectangle, whose pixels are those of the picture nearest to the ring's points; 0 outside the picture. 1-bit
 /// pictures become grey ones. Throws MeasureError, also for 16-bit pictures.
