@@ -33,20 +33,20 @@ inline void fillOutside(std::uint8_t* out, std::ptrdiff_t bytes, const Squares& 
     }
 }
 
-constexpr std::int64_t alignment = 64;
+inline constexpr std::int64_t alignment = 64;
 
 // Bytes beyond the end of a line of working memory that may be written and read in vain.
-constexpr std::ptrdiff_t slack = 8 * Bytes::lanes;
+inline constexpr std::ptrdiff_t slack = 8 * Bytes::lanes;
 
 // What the rows of a block may take, so that they stay in the second-level cache.
-constexpr std::int64_t blockBytes = 1 << 18;
+inline constexpr std::int64_t blockBytes = 1 << 18;
 
 // The least height of a block that is lower than the squares.
-constexpr std::int64_t lowest = 16;
+inline constexpr std::int64_t lowest = 16;
 
 // What rows that are filtered together take at least, so that what one step has stored has arrived in the cache before
 // the next one loads it at other places, for which it would have to wait.
-constexpr std::int64_t lineBytes = 1 << 12;
+inline constexpr std::int64_t lineBytes = 1 << 12;
 
 inline std::int64_t aligned(std::int64_t bytes) { return (bytes + alignment - 1) / alignment * alignment; }
 
@@ -57,7 +57,7 @@ struct Layout {
     std::int64_t row, total;
 };
 
-Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
+inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
 {
     Layout layout{};
     const std::int64_t reach = std::int64_t{squares.step} * reachWithin(dst.width / squares.step, squares);
@@ -86,7 +86,7 @@ Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
     return layout;
 }
 
-std::int64_t memory(const Source& src, const Target& dst, const Squares& squares)
+inline std::int64_t memory(const Source& src, const Target& dst, const Squares& squares)
 {
     return squares.reach == 1 ? 3 * std::int64_t{dst.width} : layoutOf(src, dst, squares).total;
 }
