@@ -132,8 +132,7 @@ inline Outcome checkedOutcome(const Call& call, const Workers& workers)
     Outcome result = outcome(call, call.layout, call.bytes, workers);
     require(result.returned == result.code, call, "returns another code than it raises");
     const bool ofRegions = result.code == Z_ERROR_NO_PIXELS || result.code == Z_ERROR_SIZE_MISMATCH;
-    const bool mayReplace = (call.meaning != Pending::stops && ofRegions) ||
-                            (call.meaning == Pending::ignored && result.code == Z_ERROR_ROI_PLACEMENT);
+    const bool mayReplace = call.meaning == Pending::ignored || (call.meaning == Pending::replaced && ofRegions);
     require(call.pending == Z_OK || result.code == call.pending || mayReplace, call, "loses a pending error");
     if (finished(call, result)) {
         for (std::size_t i = 0; i < call.layout.regions().size(); ++i)
