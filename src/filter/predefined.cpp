@@ -16,6 +16,9 @@ namespace {
 
 using Workers = PredefinedWorkers;
 
+constexpr Border zeros(int step) { return {step, false, {}}; }
+constexpr Border repeated(int step) { return {step, true, {}}; }
+
 // The names of a filter's two forms and its worker.
 struct Filter {
     const char* grey;
@@ -42,7 +45,7 @@ short run(const Filter& filter, ZROI<ZBW8>* src, ZROI<ZBW8>* dst)
 {
     const CallFrame frame(filter.grey);
     if (!(filterSizes(src, dst) && hasPixels(src) && hasPixels(dst) && placed(src) && placed(dst) &&
-          filterRows(source(src), target(dst), 1, workers<Workers>().*filter.band, OuterRows::zero)))
+          filterRows(source(src), target(dst), zeros(1), workers<Workers>().*filter.band)))
         return frame.trace();
     return frame.finish();
 }
@@ -56,9 +59,9 @@ bool sizesInside(const Filter& filter, ZROI<ZC24>* src, ZROI<ZC24>* dst)
     return false;
 }
 
-bool filterColour(ZROI<ZC24>* src, ZROI<ZC24>* dst, FilterBand band, OuterRows outer)
+bool filterColour(ZROI<ZC24>* src, ZROI<ZC24>* dst, const Border& border, FilterBand band)
 {
-    return filterRows(bytes(source(src), 3), bytes(target(dst), 3), 3, band, outer);
+    return filterRows(bytes(source(src), 3), bytes(target(dst), 3), border, band);
 }
 
 // A filter on all components at once, with the errors of one component after the other.
@@ -66,7 +69,7 @@ void run(const Filter& filter, ZROI<ZC24>* src, ZROI<ZC24>* dst)
 {
     const CallFrame frame(filter.colour);
     if (frame.clear() && require(src && dst, Z_ERROR_NO_PIXELS) && placed(src) && sizesInside(filter, src, dst) &&
-        placed(dst) && filterColour(src, dst, workers<Workers>().*filter.band, OuterRows::zero))
+        placed(dst) && filterColour(src, dst, zeros(3), workers<Workers>().*filter.band))
         frame.finish();
     else
         frame.trace();
@@ -77,7 +80,7 @@ void smooth(const char* name, ZROI<ZBW8>* src, ZROI<ZBW8>* dst, FilterBand band)
 {
     const CallFrame frame(name);
     static_cast<void>(hasPixels(src) && hasPixels(dst) && sameSize(src, dst) && placed(src) && placed(dst) &&
-                      filterRows(source(src), target(dst), 1, band, OuterRows::repeated));
+                      filterRows(source(src), target(dst), repeated(1), band));
     frame.trace();
 }
 
@@ -90,9 +93,9 @@ bool filterPart(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, FilterBand band)
     if (width == 0 || height == 0)
         return true;
     if (width == from.width && height == from.height)
-        return filterRows(from, {to.data, to.pitch, width, height}, 1, band, OuterRows::repeated);
+        return filterRows(from, {to.data, to.pitch, width, height}, repeated(1), band);
     ZImage<ZBW8> whole(src->GetWidth(), src->GetHeight());
-    if (!(whole.GetPixelPtr(0, 0) && filterRows(from, target(&whole), 1, band, OuterRows::repeated)))
+    if (!(whole.GetPixelPtr(0, 0) && filterRows(from, target(&whole), repeated(1), band)))
         return false;
     for (std::ptrdiff_t y = 0; y < height; ++y)
         std::memcpy(to.data + y * to.pitch, whole.GetPixelPtr(0, static_cast<int>(y)), static_cast<std::size_t>(width));
@@ -171,7 +174,7 @@ void ImgConvolRoberts(ZROI<ZC24>* src, ZROI<ZC24>* dst)
             });
             return;
         }
-        filterColour(src, dst, workers<Workers>().roberts, OuterRows::repeated);
+        filterColour(src, dst, repeated(3), workers<Workers>().roberts);
     }
     frame.finish();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morpho/morphology_workers.h"
+#include "simd/bands.h"
 #include "simd/map.h"
 
 namespace zkit::ZKIT_SET {
@@ -22,15 +23,10 @@ inline std::ptrdiff_t reachWithin(std::ptrdiff_t pixels, const Squares& squares)
     return squares.reach < pixels ? squares.reach : pixels;
 }
 
-// Fills with outside pixels, doubling what is there.
+// Fills with outside pixels.
 inline void fillOutside(std::uint8_t* out, std::ptrdiff_t bytes, const Squares& squares)
 {
-    for (std::ptrdiff_t i = 0; i < squares.step && i < bytes; ++i)
-        out[i] = squares.outside[i];
-    for (std::ptrdiff_t filled = squares.step; filled < bytes; filled *= 2) {
-        const std::ptrdiff_t left = bytes - filled;
-        __builtin_memcpy(out + filled, out, static_cast<std::size_t>(filled < left ? filled : left));
-    }
+    fillPixels(out, bytes, squares.outside, squares.step);
 }
 
 constexpr std::int64_t alignment = 64;
@@ -88,7 +84,8 @@ Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
 
 std::int64_t memory(const Source& src, const Target& dst, const Squares& squares)
 {
-    return squares.reach == 1 ? 3 * std::int64_t{dst.width} : layoutOf(src, dst, squares).total;
+    return squares.reach == 1 ? std::int64_t{rowsKept(src.data == dst.data)} * dst.width
+                              : layoutOf(src, dst, squares).total;
 }
 
 // out[i] = the extreme of in[i], in[i + distance], ... `count` of them, the last one being in[i + last].

@@ -12,7 +12,7 @@
 // - Rows get the outside value before and behind them. Extremes of 4 pixels from each pixel on make those of 16, and
 //   those of wider squares are made of two to four of them, or by blocks again.
 #include "morpho/extreme_rows.h"
-#include "simd/neighbour_rows.h"
+#include "morpho/nine.h"
 
 namespace zkit::ZKIT_SET {
 namespace {
@@ -188,45 +188,12 @@ void filterSquares(const Source& src, const Target& dst, const Squares& squares,
     }
 }
 
-// 3 x 3 pixels.
-template <class Extreme>
-struct Nine {
-    Bytes column;
-
-    Nine(Bytes above, Bytes here, Bytes below) : column(Extreme::of(Extreme::of(above, here), below)) {}
-
-    template <int step>
-    static Bytes filtered(const Nine& previous, const Nine& here, const Nine& next)
-    {
-        return Extreme::of(Extreme::of(before<step>(previous.column, here.column), here.column),
-                           after<step>(here.column, next.column));
-    }
-};
-
-// A single pass. In place it keeps the last two rows as they were.
-template <class Extreme>
-void filterNine(const Source& src, const Target& dst, const Squares& squares, std::uint8_t* memory)
-{
-    std::uint8_t *const outside = memory, *const kept = memory + dst.width;
-    fillOutside(outside, dst.width, squares);
-    const Constant border(squares.outside, squares.step);
-    const std::uint8_t* above = outside;
-    for (std::ptrdiff_t y = 0; y < dst.height; ++y) {
-        const std::uint8_t* here = src.data + y * src.pitch;
-        const std::uint8_t* const below = y + 1 < dst.height ? here + src.pitch : outside;
-        if (src.data == dst.data)
-            here = static_cast<const std::uint8_t*>(
-                __builtin_memcpy(kept + y % 2 * dst.width, here, static_cast<std::size_t>(dst.width)));
-        filterRow<Nine<Extreme>>(above, here, below, dst.data + y * dst.pitch, dst.width, squares.step, border);
-        above = here;
-    }
-}
-
 template <class Extreme>
 void filter(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
 {
     if (squares.reach == 1)
-        filterNine<Extreme>(src, dst, squares, memory);
+        filterBands(src, dst, {squares.step, false, {squares.outside[0], squares.outside[1], squares.outside[2]}},
+                    ofNine<Extreme>, Above::unfiltered, memory);
     else
         filterSquares<Extreme>(src, dst, squares, stores, memory);
 }
