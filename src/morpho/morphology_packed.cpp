@@ -73,13 +73,28 @@ template <class Extreme>
     mapRow(out, width, Stores::cached, [=](auto at) { return Extreme::of(at.bytes(a), at.bytes(b)); });
 }
 
-// out = the extremes of `count` rows.
-template <class Extreme>
-void ofRows(const ColumnBlocks& columns, const Source& src, std::ptrdiff_t first, std::ptrdiff_t count,
-            std::uint8_t* out)
+// out = the extremes of rows row(0) to row(count - 1), of stretches that stay in registers.
+template <class Extreme, class RowAt>
+[[gnu::flatten]] void ofRows(std::ptrdiff_t count, RowAt row, std::uint8_t* out, std::ptrdiff_t width)
 {
-    for (std::ptrdiff_t i = 0; i < count; ++i)
-        ofTwo<Extreme>(columns.row(src, first + i), i == 0 ? columns.row(src, first) : out, out, columns.width);
+    constexpr int vectors = 8;
+    std::ptrdiff_t x = 0;
+    for (; x + vectors * Bytes::lanes <= width; x += vectors * Bytes::lanes) {
+        Bytes extremes[vectors];
+        const std::uint8_t* in = row(0) + x;
+        unrolled<vectors>([&](int k) { extremes[k] = load(in + k * Bytes::lanes); });
+        for (std::ptrdiff_t i = 1; i < count; ++i) {
+            in = row(i) + x;
+            unrolled<vectors>([&](int k) { extremes[k] = Extreme::of(extremes[k], load(in + k * Bytes::lanes)); });
+        }
+        unrolled<vectors>([&](int k) { store(out + x + k * Bytes::lanes, extremes[k]); });
+    }
+    mapRow(out + x, width - x, Stores::cached, [&](auto at) {
+        Bytes extreme = at.bytes(row(0) + x);
+        for (std::ptrdiff_t i = 1; i < count; ++i)
+            extreme = Extreme::of(extreme, at.bytes(row(i) + x));
+        return extreme;
+    });
 }
 
 // The extremes of the rows below the block that begins at row `top`, as far as its first square reaches: those that
@@ -95,14 +110,15 @@ const std::uint8_t* belowBlock(const ColumnBlocks& columns, const Source& src, s
     std::uint8_t* const all = segment(count);
     if (top == 0)
         for (std::ptrdiff_t i = 0; i < count; ++i)
-            ofRows<Extreme>(columns, src, (i + 1) * height + few, height, segment(i));
+            ofRows<Extreme>(
+                height, [&](std::ptrdiff_t y) { return columns.row(src, (i + 1) * height + few + y); }, segment(i),
+                columns.width);
     else if (count > 0)
         ofTwo<Extreme>(columns.sofar, columns.sofar, segment((top / height - 1) % count), columns.width);
-    ofTwo<Extreme>(last, last, all, columns.width);
-    for (std::ptrdiff_t i = 0; i < few; ++i)
-        ofTwo<Extreme>(columns.row(src, top + height + i), all, all, columns.width);
-    for (std::ptrdiff_t i = 0; i < count; ++i)
-        ofTwo<Extreme>(segment(i), all, all, columns.width);
+    const auto row = [&](std::ptrdiff_t i) -> const std::uint8_t* {
+        return i < few ? columns.row(src, top + height + i) : i < few + count ? segment(i - few) : last;
+    };
+    ofRows<Extreme>(few + count + 1, row, all, columns.width);
     return all;
 }
 

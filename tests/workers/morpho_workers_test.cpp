@@ -19,7 +19,8 @@ std::vector<std::uint8_t> filtered(const MorphologyWorkers& workers, Filter filt
     const Source from = src.source();
     const Target to{out.row(), out.source().pitch, from.width, from.height};
     const Memory memory(new std::uint8_t[static_cast<std::size_t>(workers.memory(from, to, squares))]);
-    (workers.*filter)(from, to, squares, Stores::cached, memory.get());
+    const Stores stores = inPlace || from.width % 2 == 0 ? Stores::cached : Stores::streamed;
+    (workers.*filter)(from, to, squares, stores, memory.get());
     return out.all();
 }
 
