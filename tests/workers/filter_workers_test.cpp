@@ -12,7 +12,7 @@ TEST(FilterWorkers, predefined)
                                           &W::lowpass3,   &W::sobelX,    &W::sobelY,    &W::sobelXY,
                                           &W::prewittX,   &W::prewittY,  &W::prewittXY, &W::laplacian4,
                                           &W::laplacian8, &W::lowpass1X, &W::lowpass1Y, &W::roberts};
-    expectSameBands<W>(filters);
+    expectSameBands<PredefinedWorkers>(filters);
 }
 
 }  // namespace
