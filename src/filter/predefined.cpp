@@ -15,6 +15,9 @@ namespace {
 
 using Workers = PredefinedWorkers;
 
+constexpr Border zeros(int step) { return {step, false, {}}; }
+constexpr Border repeated(int step) { return {step, true, {}}; }
+
 // The names of a filter's two forms and its worker.
 struct Filter {
     const char* grey;
@@ -41,7 +44,7 @@ short run(const Filter& filter, ZROI<ZBW8>* src, ZROI<ZBW8>* dst)
 {
     const CallFrame frame(filter.grey);
     if (!(filterSizes(src, dst) && hasPixels(src) && hasPixels(dst) && placed(src) && placed(dst) &&
-          filterRows(source(src), target(dst), 1, workers<Workers>().*filter.band, OuterRows::zero)))
+          filterRows(source(src), target(dst), zeros(1), workers<Workers>().*filter.band)))
         return frame.trace();
     return frame.finish();
 }
@@ -61,7 +64,7 @@ void run(const Filter& filter, ZROI<ZC24>* src, ZROI<ZC24>* dst)
     const CallFrame frame(filter.colour);
     if (frame.clear() && require(src && dst, Z_ERROR_NO_PIXELS) && placed(src) && sizesInside(filter, src, dst) &&
         placed(dst) &&
-        filterRows(bytes(source(src), 3), bytes(target(dst), 3), 3, workers<Workers>().*filter.band, OuterRows::zero))
+        filterRows(bytes(source(src), 3), bytes(target(dst), 3), zeros(3), workers<Workers>().*filter.band))
         frame.finish();
     else
         frame.trace();
@@ -72,7 +75,7 @@ void smooth(const char* name, ZROI<ZBW8>* src, ZROI<ZBW8>* dst, FilterBand band)
 {
     const CallFrame frame(name);
     static_cast<void>(hasPixels(src) && hasPixels(dst) && sameSize(src, dst) && placed(src) && placed(dst) &&
-                      filterRows(source(src), target(dst), 1, band, OuterRows::repeated));
+                      filterRows(source(src), target(dst), repeated(1), band));
     frame.trace();
 }
 
@@ -87,9 +90,9 @@ bool filterPart(ZROI<T>* src, ZROI<T>* dst, FilterBand band)
     if (width == 0 || height == 0)
         return true;
     if (width == from.width && height == from.height)
-        return filterRows(from, {to.data, to.pitch, width, height}, step, band, OuterRows::repeated);
+        return filterRows(from, {to.data, to.pitch, width, height}, repeated(step), band);
     ZImage<T> whole(src->GetWidth(), src->GetHeight());
-    if (!(whole.GetPixelPtr(0, 0) && filterRows(from, bytes(target(&whole), step), step, band, OuterRows::repeated)))
+    if (!(whole.GetPixelPtr(0, 0) && filterRows(from, bytes(target(&whole), step), repeated(step), band)))
         return false;
     for (std::ptrdiff_t y = 0; y < height; ++y)
         std::memcpy(to.data + y * to.pitch, whole.GetPixelPtr(0, static_cast<int>(y)), static_cast<std::size_t>(width));

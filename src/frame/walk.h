@@ -3,10 +3,10 @@
 
 #include "frame/overlap.h"
 #include "frame/planes.h"
+#include "simd/bands.h"
 #include "simd/stores.h"
 
 #include <array>
-#include <memory>
 #include <span>
 #include <tuple>
 
@@ -61,64 +61,9 @@ bool pointRows(const ZGenericROI* dst, Row row, const Sources*... sources)
     return pointRows(Joining::allowed, dst, row, sources...);
 }
 
-// A row outside the region: copies of one pixel.
-class OutsideRow {
-public:
-    // Raises 1303 and returns false when there is no memory.
-    bool fill(std::ptrdiff_t rowBytes, std::span<const std::uint8_t> pixel);
-
-    const std::uint8_t* get() const { return row_.get(); }
-
-private:
-    std::unique_ptr<std::uint8_t[]> row_;
-};
-
-// Copies of the last two rows of a source that is overwritten, as they were.
-class KeptRows {
-public:
-    // Raises 1303 and returns false when there is no memory.
-    bool allocate(std::ptrdiff_t rowBytes);
-
-    const std::uint8_t* keep(std::ptrdiff_t y, const std::uint8_t* row);
-
-private:
-    std::unique_ptr<std::uint8_t[]> rows_;
-    std::ptrdiff_t rowBytes_ = 0;
-};
-
-// What a row is told of the row above it in place.
-enum class Above { unfiltered, filtered };
-
-// Calls row(above, here, below, destination row) for every row from the top down, with null for a row outside the
-// region. Source and destination may overlap: they are kept apart, but for the row above in place where that is to be
-// the filtered one. Widths count bytes. Raises 1303 and returns false when there is no memory for it.
-template <class Row>
-bool neighbourRows(Source src, const Target& dst, Row row, Above given = Above::unfiltered)
-{
-    if (src.width <= 0 || src.height <= 0)
-        return true;
-    SeparateSource separate;
-    KeptRows kept;
-    const bool overwritten = inPlace(src, dst);
-    if (!(overwritten ? kept.allocate(src.width) : separate.forNeighbours(src, dst)))
-        return false;
-    const std::uint8_t* above = nullptr;
-    for (std::ptrdiff_t y = 0; y < src.height; ++y) {
-        const std::uint8_t* here = src.data + y * src.pitch;
-        const std::uint8_t* below = y + 1 < src.height ? here + src.pitch : nullptr;
-        if (overwritten)
-            here = kept.keep(y, here);
-        row(above, here, below, dst.data + y * dst.pitch);
-        above = overwritten && given == Above::filtered ? dst.data + y * dst.pitch : here;
-    }
-    return true;
-}
-
-// What a filter takes for the row above the first one and below the last one.
-enum class OuterRows { zero, repeated };
-
 // Filters all rows from the top down. Source and destination may overlap; the destination is as large as the source.
 // Widths count bytes. Raises 1303 and returns false when there is no memory for the rows it keeps.
-bool filterRows(Source src, const Target& dst, int step, FilterBand filter, OuterRows outer);
+bool filterRows(Source src, const Target& dst, const Border& border, FilterBand filter,
+                Above given = Above::unfiltered);
 
 }  // namespace zkit
