@@ -89,7 +89,7 @@ public:
     /// the N - 1 images before, s = src + S, dst = s / N, of which the low 8 bits count, and S becomes s less the
     /// oldest image. The first image is copied. Errors, in this order: a pending error; 1003 the object holds the
     /// source; 1400 null region; 1403 src, dst and the object's images differ in size; 1400, 1401 of src, then of dst;
-    /// 1400 an object without pixels; 1303 no memory to keep overlapping regions apart. dst and the sequence are then
+    /// 1400 a ring without pixels; 1303 no memory to keep overlapping regions apart. dst and the sequence are then
     /// unchanged. Trail: "ZMovingAverage::Average".
     void Average(ZROI<ZBW8>* src, ZROI<ZBW8>* dst);
 
