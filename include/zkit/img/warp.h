@@ -39,10 +39,9 @@ ZKIT_IMG_API short ImgWarp(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZImage<ZBW32>* map)
 ///   mapY(j, i) = (1 - t) (radiusB s + centerY) + t (radiusA s + centerY)
 /// in double precision; t is 1 / k added i times to 0, and 1 - t is 1 / k subtracted i times from 1. Each is rounded
 /// once to single precision, which hides what the sums are wrong by, and truncated toward zero to a 32-bit integer
-/// (beyond its range the nearest one, 0 for NaN), whose low 16 bits are stored. With a count of 1, n or k being 0, the only column
-/// lies at angleStart, the only row on radiusB.
-/// Errors, in this order: a pending error; 1400 null map; 1013, 1016 a count below 1; 1303 no memory, mapX may then
-/// have its new size. Trail: "ImgSetCircleWarp".
+/// (beyond its range the nearest one, 0 for NaN), whose low 16 bits are stored. With a count of 1, n or k being 0, the
+/// only column lies at angleStart, the only row on radiusB. Errors, in this order: a pending error; 1400 null map;
+/// 1013, 1016 a count below 1; 1303 no memory, mapX may then have its new size. Trail: "ImgSetCircleWarp".
 ZKIT_IMG_API void ImgSetCircleWarp(float centerX, float centerY, int radialCount, float radiusA, float radiusB,
                                    int angularCount, float angleStart, float angleEnd, ZImage<ZBW16>* mapX,
                                    ZImage<ZBW16>* mapY);
