@@ -83,8 +83,9 @@ void square(Colour src, Colour dst, Reach reach, ZC24 border1, ZC24 border2)
 // In place the median with a constant border differs from that between separate regions, as it is meant to.
 short medianOfCopy(Grey src, Grey dst, int border)
 {
-    const bool inPlace = src && dst && src->GetPixelPtr(0, 0) && src->GetPixelPtr(0, 0) == dst->GetPixelPtr(0, 0) &&
-                         src->GetWidth() == dst->GetWidth() && src->GetHeight() == dst->GetHeight();
+    const bool inPlace = src && dst && src->GetWidth() > 0 && src->GetHeight() > 0 && src->GetPixelPtr(0, 0) &&
+                         src->GetPixelPtr(0, 0) == dst->GetPixelPtr(0, 0) && src->GetWidth() == dst->GetWidth() &&
+                         src->GetHeight() == dst->GetHeight();
     if (!inPlace)
         return ImgMedian(src, dst, border);
     ZImage<ZBW8> copy(src->GetWidth(), src->GetHeight());
