@@ -39,7 +39,7 @@ inline constexpr std::int64_t blockBytes = 1 << 18;
 
 // Panels that would be narrower than this take more, since every row of theirs is a page of its own, which costs more
 // than that they leave the second-level cache.
-constexpr std::int64_t panelWidth = 512, panelBytes = 1 << 20;
+inline constexpr std::int64_t panelWidth = 512, panelBytes = 1 << 20;
 
 // The least height of a block that is lower than the squares.
 inline constexpr std::int64_t lowest = 16;

@@ -10,10 +10,10 @@ enum class Above { unfiltered, filtered };
 
 namespace {
 
-// Fills with copies of a pixel of `step` bytes, doubling what is there.
-[[maybe_unused]] void fillPixels(std::uint8_t* out, std::ptrdiff_t bytes, const std::uint8_t* pixel, int step)
+// Fills with copies of a pixel of `step` bytes, 1 or 3, doubling what is there.
+inline void fillPixels(std::uint8_t* out, std::ptrdiff_t bytes, const std::uint8_t* pixel, int step)
 {
-    for (std::ptrdiff_t i = 0; i < step && i < bytes; ++i)
+    for (std::ptrdiff_t i = 0; i < 3 && i < step && i < bytes; ++i)
         out[i] = pixel[i];
     for (std::ptrdiff_t filled = step; filled < bytes; filled *= 2) {
         const std::ptrdiff_t left = bytes - filled;
@@ -22,13 +22,13 @@ namespace {
 }
 
 // The rows that filterBands keeps: one outside, and in place those of a band and the one above it as they were.
-[[maybe_unused]] std::ptrdiff_t rowsKept(bool overwritten) { return overwritten ? 2 + rowsOfBand : 1; }
+inline std::ptrdiff_t rowsKept(bool overwritten) { return overwritten ? 2 + rowsOfBand : 1; }
 
 // Filters all rows from the top down. The destination is as large as the source, and the same pixels or apart. Widths
 // count bytes; `memory` has room for as many rows as are kept. Where rows count the one above them as filtered already,
 // bands are single rows.
-[[maybe_unused]] void filterBands(const Source& src, const Target& dst, const Border& border, FilterBand filter,
-                                  Above given, std::uint8_t* memory)
+inline void filterBands(const Source& src, const Target& dst, const Border& border, FilterBand filter, Above given,
+                        std::uint8_t* memory)
 {
     const bool overwritten = src.data == dst.data, sequential = overwritten && given == Above::filtered;
     std::uint8_t *const outside = memory, *const kept = memory + src.width;
