@@ -3,9 +3,13 @@
 #include "filter/work_rows.h"
 #include "frame/numbers.h"
 #include "frame/overlap.h"
+#include "frame/walk.h"
 #include "simd/choice.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdlib>
+#include <limits>
 
 namespace zkit {
 
@@ -38,6 +42,25 @@ void makePairs(FixedKernel& kernel)
             }
 }
 
+// Takes as many bits of fraction away as are 0 everywhere, so that whole coefficients fit 16 bits, unless a sum can
+// wrap.
+void shorten(FixedKernel& kernel)
+{
+    std::int64_t largest = std::abs(std::int64_t{kernel.offset});
+    std::uint32_t bits = static_cast<std::uint32_t>(kernel.offset);
+    for (const std::int32_t coefficient : kernel.coefficients) {
+        largest += std::abs(std::int64_t{coefficient}) * 255;
+        bits |= static_cast<std::uint32_t>(coefficient);
+    }
+    if (largest > std::numeric_limits<std::int32_t>::max())
+        return;
+    const int spare = std::min(std::countr_zero(bits), kernel.fraction);
+    for (std::int32_t& coefficient : kernel.coefficients)
+        coefficient >>= spare;
+    kernel.offset >>= spare;
+    kernel.fraction -= spare;
+}
+
 // The kernel whose coefficients add up to `sum`; coefficientAt(i) is the one at index i.
 template <class CoefficientAt>
 FixedKernel makeKernel(const ZKernel& from, double sum, CoefficientAt coefficientAt)
@@ -52,7 +75,9 @@ FixedKernel makeKernel(const ZKernel& from, double sum, CoefficientAt coefficien
     for (int i = 0; i < kernel.size * kernel.size; ++i)
         kernel.coefficients[i] = truncated(static_cast<double>(coefficientAt(i)) * signedGain * 32768.0);
     kernel.offset = static_cast<std::int32_t>(negative ? 0U - offset : offset);
+    kernel.fraction = 15;
     kernel.absolute = from.GetRectifier() == 3;
+    shorten(kernel);
     makePairs(kernel);
     return kernel;
 }
@@ -101,6 +126,12 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
 {
     if (src.width <= 0 || src.height <= 0)
         return true;
+    const auto& worker = workers<FixedConvolutionWorkers>();
+    if (kernel.size == 3 && !kernel.wide)
+        return filterRows(
+            src, dst, step,
+            [&](const std::uint8_t* const* rows, const Target& out, int by) { worker.band(rows, out, by, kernel); },
+            OuterRows::repeated);
     constexpr int mostPairs = (FixedKernel::largest + 1) / 2;
     const int half = kernel.size / 2, pairs = half + 1;
     const std::ptrdiff_t beside = std::ptrdiff_t{half} * step;
@@ -111,7 +142,6 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
         !entries.make(pairs, beside, src.width, beside, 0) || !spare.make(1, 0, src.width, 0, 0))
         return false;
 
-    const auto& worker = workers<FixedConvolutionWorkers>();
     const auto sourceRow = [&](std::ptrdiff_t y) {
         return src.data + std::clamp<std::ptrdiff_t>(y, 0, src.height - 1) * src.pitch;
     };

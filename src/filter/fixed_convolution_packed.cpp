@@ -1,5 +1,5 @@
 #include "filter/fixed_convolution_workers.h"
-#include "simd/vector.h"
+#include "simd/neighbourhood.h"
 
 namespace zkit::ZKIT_SET {
 namespace {
@@ -47,11 +47,11 @@ inline Ints absolute(Ints a)
     return (a ^ sign) - sign;
 }
 
-[[gnu::always_inline]] inline Bytes toPixels(const Sums& sums, bool folded)
+[[gnu::always_inline]] inline Bytes toPixels(const Sums& sums, const FixedKernel& kernel)
 {
     Ints values[vectors];
-    unrolled<vectors>([&](int i) { values[i] = shiftRightSigned(sums[i], 15); });
-    if (folded)
+    unrolled<vectors>([&](int i) { values[i] = shiftRightSigned(sums[i], kernel.fraction); });
+    if (kernel.absolute)
         unrolled<vectors>([&](int i) { values[i] = absolute(values[i]); });
     return narrowInOrder({values[0], values[1]}, {values[2], values[3]});
 }
@@ -71,8 +71,8 @@ template <int size>
         });
     }
     addProducts<size>(upper, lower, pairs, x, step, kernel.low);
-    store(upperOut, toPixels(upper, kernel.absolute));
-    store(lowerOut, toPixels(lower, kernel.absolute));
+    store(upperOut, toPixels(upper, kernel));
+    store(lowerOut, toPixels(lower, kernel));
 }
 
 template <int size>
@@ -100,7 +100,143 @@ void rows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* 
     filter(pairs, upper, lower, count, step, kernel);
 }
 
+// The parts of 3 x 3 kernels straight from bytes.
+
+// Two coefficients for pairs of words.
+inline Words both(std::int32_t first, std::int32_t second)
+{
+    return {broadcastInt((static_cast<std::uint32_t>(first) & 0xFFFF) | static_cast<std::uint32_t>(second) << 16).r};
+}
+
+// How the sums for the words of a vector become words of results.
+class Finish {
+public:
+    explicit Finish(const FixedKernel& kernel)
+        : offset_(broadcastInt(static_cast<std::uint32_t>(kernel.offset))),
+          fraction_(kernel.fraction),
+          folded_(kernel.absolute),
+          shiftedOnly_(kernel.offset == 0 && !kernel.absolute)
+    {
+    }
+
+    Words operator()(TwoInts sums) const
+    {
+        if (!shiftedOnly_)
+            return narrowSigned({value(sums.low), value(sums.high)});
+        return narrowSigned({shiftRightSigned(sums.low, fraction_), shiftRightSigned(sums.high, fraction_)});
+    }
+
+private:
+    Ints value(Ints sum) const
+    {
+        const Ints shifted = shiftRightSigned(sum + offset_, fraction_);
+        return folded_ ? absolute(shifted) : shifted;
+    }
+
+    Ints offset_;
+    int fraction_;
+    bool folded_, shiftedOnly_;
+};
+
+inline TwoInts operator+(TwoInts a, TwoInts b) { return {a.low + b.low, a.high + b.high}; }
+inline TwoInts products(TwoWords pairs, Words coefficients)
+{
+    return {multiplyAddPairs(pairs.low, coefficients), multiplyAddPairs(pairs.high, coefficients)};
+}
+
+// Any kernel: the two pixels on the left of every row as a pair, those on the right of two rows as another.
+class FullFilter {
+public:
+    struct Row {
+        TwoWords evenPairs, oddPairs;
+        Columns right;
+
+        template <int step>
+        explicit Row(const Neighbours<step>& n) : right(n.rightColumns())
+        {
+            const Columns left = n.leftColumns(), centre(n.here);
+            evenPairs = pairs(left.even, centre.even);
+            oddPairs = pairs(left.odd, centre.odd);
+        }
+    };
+
+    explicit FullFilter(const FixedKernel& kernel)
+        : finish_(kernel),
+          left_{both(kernel.coefficients[0], kernel.coefficients[1]),
+                both(kernel.coefficients[3], kernel.coefficients[4]),
+                both(kernel.coefficients[6], kernel.coefficients[7])},
+          right_{both(kernel.coefficients[2], kernel.coefficients[5]), both(kernel.coefficients[8], 0)}
+    {
+    }
+
+    Bytes operator()(const Row& above, const Row& here, const Row& below) const
+    {
+        const auto sums = [this](TwoWords a, TwoWords b, TwoWords c, Words right, Words rightHere, Words rightBelow) {
+            return finish_(products(a, left_[0]) + products(b, left_[1]) + products(c, left_[2]) +
+                           products(pairs(right, rightHere), right_[0]) +
+                           products(pairs(rightBelow, rightBelow), right_[1]));
+        };
+        return interleaveSaturated(
+            sums(above.evenPairs, here.evenPairs, below.evenPairs, above.right.even, here.right.even, below.right.even),
+            sums(above.oddPairs, here.oddPairs, below.oddPairs, above.right.odd, here.right.odd, below.right.odd));
+    }
+
+private:
+    Finish finish_;
+    Words left_[3], right_[2];
+};
+
+// A kernel with one coefficient for the corners and one for the sides: their pixels are added before they are
+// multiplied.
+class SymmetricFilter {
+public:
+    struct Row {
+        Columns centre, sides;
+        TwoWords evenAndOdd;
+
+        template <int step>
+        explicit Row(const Neighbours<step>& n)
+            : centre(n.here), sides(n.leftColumns() + n.rightColumns()), evenAndOdd(widen(n.here))
+        {
+        }
+    };
+
+    explicit SymmetricFilter(const FixedKernel& kernel)
+        : finish_(kernel),
+          around_(both(kernel.coefficients[0], kernel.coefficients[1])),
+          even_(both(kernel.coefficients[4], 0)),
+          odd_(both(0, kernel.coefficients[4]))
+    {
+    }
+
+    Bytes operator()(const Row& above, const Row& here, const Row& below) const
+    {
+        const Columns corners = above.sides + below.sides, sides = above.centre + below.centre + here.sides;
+        return interleaveSaturated(
+            finish_(products(pairs(corners.even, sides.even), around_) + products(here.evenAndOdd, even_)),
+            finish_(products(pairs(corners.odd, sides.odd), around_) + products(here.evenAndOdd, odd_)));
+    }
+
+private:
+    Finish finish_;
+    Words around_, even_, odd_;
+};
+
+bool isSymmetric(const std::int32_t (&c)[FixedKernel::largest * FixedKernel::largest])
+{
+    return c[0] == c[2] && c[0] == c[6] && c[0] == c[8] && c[1] == c[3] && c[1] == c[5] && c[1] == c[7];
+}
+
+void band(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel)
+{
+    if (isSymmetric(kernel.coefficients))
+        filterBandWith<RepeatedOutside>(SymmetricFilter(kernel), rows, out, step);
+    else
+        filterBandWith<RepeatedOutside>(FullFilter(kernel), rows, out, step);
+}
+
 }  // namespace
 }  // namespace zkit::ZKIT_SET
 
-const zkit::FixedConvolutionWorkers zkit::FixedConvolutionWorkers::ZKIT_SET = {ZKIT_SET::pair, ZKIT_SET::rows};
+const zkit::FixedConvolutionWorkers zkit::FixedConvolutionWorkers::ZKIT_SET = {ZKIT_SET::pair, ZKIT_SET::rows,
+                                                                               ZKIT_SET::band};

@@ -9,10 +9,10 @@ void pair(const std::uint8_t* above, const std::uint8_t* below, std::uint32_t* o
         out[x] = static_cast<std::uint32_t>(above[x] | below[x] << 16);
 }
 
-std::uint8_t pixel(std::uint32_t sum, bool absolute)
+std::uint8_t pixel(std::uint32_t sum, const FixedKernel& kernel)
 {
-    std::int32_t value = static_cast<std::int32_t>(sum) >> 15;
-    if (absolute && value < 0)
+    std::int32_t value = static_cast<std::int32_t>(sum) >> kernel.fraction;
+    if (kernel.absolute && value < 0)
         value = -value;
     return static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
 }
@@ -29,7 +29,7 @@ void row(const std::uint32_t* const* pairs, int first, std::uint8_t* out, std::p
                 const std::uint32_t neighbour = (first + r) % 2 == 0 ? entry & 0xFFFF : entry >> 16;
                 sum += static_cast<std::uint32_t>(kernel.coefficients[r * kernel.size + k]) * neighbour;
             }
-        out[x] = pixel(sum, kernel.absolute);
+        out[x] = pixel(sum, kernel);
     }
 }
 
@@ -40,7 +40,23 @@ void rows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* 
     row(pairs, 1, lower, count, step, kernel);
 }
 
+void band(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel)
+{
+    for (std::ptrdiff_t y = 0; y < out.height; ++y)
+        for (std::ptrdiff_t x = 0; x < out.width; ++x) {
+            auto sum = static_cast<std::uint32_t>(kernel.offset);
+            for (int r = 0; r < 3; ++r) {
+                const std::uint8_t left = rows[y + r][x < step ? x : x - step];
+                const std::uint8_t right = rows[y + r][x + step < out.width ? x + step : x];
+                sum += static_cast<std::uint32_t>(kernel.coefficients[3 * r]) * left +
+                       static_cast<std::uint32_t>(kernel.coefficients[3 * r + 1]) * rows[y + r][x] +
+                       static_cast<std::uint32_t>(kernel.coefficients[3 * r + 2]) * right;
+            }
+            out.data[y * out.pitch + x] = pixel(sum, kernel);
+        }
+}
+
 }  // namespace
 }  // namespace zkit::plain
 
-const zkit::FixedConvolutionWorkers zkit::FixedConvolutionWorkers::plain = {plain::pair, plain::rows};
+const zkit::FixedConvolutionWorkers zkit::FixedConvolutionWorkers::plain = {plain::pair, plain::rows, plain::band};

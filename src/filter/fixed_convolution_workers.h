@@ -12,7 +12,8 @@ struct FixedKernel {
 
     int size;
     std::int32_t coefficients[largest * largest];
-    std::int32_t offset;  // with 15 bits of fraction, like the coefficients
+    std::int32_t offset;
+    int fraction;  // bits of fraction that the coefficients and the offset have
     bool absolute;
 
     // The coefficients for packed workers, for both pixels of an entry, of the upper and of the lower of two
@@ -31,6 +32,10 @@ struct FixedConvolutionWorkers {
     // may be read.
     void (*rows)(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
                  int step, const FixedKernel& kernel);
+
+    // Rows of the result of a 3 x 3 kernel whose coefficients are not wide, as a FilterBand; the pixels at the ends of
+    // rows are repeated.
+    void (*band)(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel);
 
     static const FixedConvolutionWorkers plain, sse2, avx2;
 };

@@ -2,7 +2,6 @@
 
 #include "frame/checks.h"
 
-#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -48,47 +47,6 @@ bool OutsideRow::fill(std::ptrdiff_t rowBytes, std::span<const std::uint8_t> pix
         return false;
     for (std::size_t x = 0; x < static_cast<std::size_t>(rowBytes); ++x)
         row_[x] = pixel[x % pixel.size()];
-    return true;
-}
-
-bool filterRows(Source src, const Target& dst, int step, FilterBand filter, OuterRows outer)
-{
-    if (src.width <= 0 || src.height <= 0)
-        return true;
-    const auto width = static_cast<std::size_t>(src.width);
-    SeparateSource separate;
-    const bool overwritten = inPlace(src, dst);
-    if (!overwritten && !separate.forNeighbours(src, dst))
-        return false;
-
-    // A row of zeros, and in place those of a band and the one above it as they were before they were overwritten.
-    constexpr std::ptrdiff_t keptRows = rowsOfBand + 1;
-    const std::unique_ptr<std::uint8_t[]> buffer(new (std::nothrow)
-                                                     std::uint8_t[(overwritten ? keptRows + 1 : 1) * width]());
-    if (!require(buffer != nullptr, Z_ERROR_OUT_OF_MEMORY))
-        return false;
-    const auto sourceRow = [&](std::ptrdiff_t y) { return src.data + y * src.pitch; };
-    const auto unchangedRow = [&](std::ptrdiff_t y) -> const std::uint8_t* {
-        if (!overwritten)
-            return sourceRow(y);
-        return static_cast<std::uint8_t*>(
-            std::memcpy(buffer.get() + (1 + y % keptRows) * src.width, sourceRow(y), width));
-    };
-    const auto outerRow = [&](const std::uint8_t* nearest) {
-        return outer == OuterRows::zero ? buffer.get() : nearest;
-    };
-
-    const std::uint8_t* rows[rowsOfBand + 2];
-    const std::uint8_t* above = nullptr;
-    for (std::ptrdiff_t top = 0; top < src.height; top += rowsOfBand) {
-        const std::ptrdiff_t count = std::min<std::ptrdiff_t>(rowsOfBand, src.height - top);
-        for (std::ptrdiff_t i = 0; i < count; ++i)
-            rows[i + 1] = unchangedRow(top + i);
-        rows[0] = top > 0 ? above : outerRow(rows[1]);
-        rows[count + 1] = top + count < src.height ? sourceRow(top + count) : outerRow(rows[count]);
-        filter(rows, {dst.data + top * dst.pitch, dst.pitch, src.width, count}, step);
-        above = rows[count];
-    }
     return true;
 }
 

@@ -1,12 +1,16 @@
 // Walking over the rows of regions.
 #pragma once
 
+#include "frame/checks.h"
 #include "frame/overlap.h"
 #include "frame/planes.h"
 #include "simd/stores.h"
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 #include <memory>
+#include <new>
 #include <span>
 #include <tuple>
 
@@ -118,7 +122,48 @@ bool neighbourRows(Source src, const Target& dst, Row row, Above given = Above::
 enum class OuterRows { zero, repeated };
 
 // Filters all rows from the top down. Source and destination may overlap; the destination is as large as the source.
-// Widths count bytes. Raises 1303 and returns false when there is no memory for the rows it keeps.
-bool filterRows(Source src, const Target& dst, int step, FilterBand filter, OuterRows outer);
+// Widths count bytes. `filter` is a FilterBand or an object that is called like one. Raises 1303 and returns false when
+// there is no memory for the rows it keeps.
+template <class Band>
+bool filterRows(Source src, const Target& dst, int step, Band filter, OuterRows outer)
+{
+    if (src.width <= 0 || src.height <= 0)
+        return true;
+    const auto width = static_cast<std::size_t>(src.width);
+    SeparateSource separate;
+    const bool overwritten = inPlace(src, dst);
+    if (!overwritten && !separate.forNeighbours(src, dst))
+        return false;
+
+    // A row of zeros, and in place those of a band and the one above it as they were before they were overwritten.
+    constexpr std::ptrdiff_t keptRows = rowsOfBand + 1;
+    const std::unique_ptr<std::uint8_t[]> buffer(new (std::nothrow)
+                                                     std::uint8_t[(overwritten ? keptRows + 1 : 1) * width]());
+    if (!require(buffer != nullptr, Z_ERROR_OUT_OF_MEMORY))
+        return false;
+    const auto sourceRow = [&](std::ptrdiff_t y) { return src.data + y * src.pitch; };
+    const auto unchangedRow = [&](std::ptrdiff_t y) -> const std::uint8_t* {
+        if (!overwritten)
+            return sourceRow(y);
+        return static_cast<std::uint8_t*>(
+            std::memcpy(buffer.get() + (1 + y % keptRows) * src.width, sourceRow(y), width));
+    };
+    const auto outerRow = [&](const std::uint8_t* nearest) {
+        return outer == OuterRows::zero ? buffer.get() : nearest;
+    };
+
+    const std::uint8_t* rows[rowsOfBand + 2];
+    const std::uint8_t* above = nullptr;
+    for (std::ptrdiff_t top = 0; top < src.height; top += rowsOfBand) {
+        const std::ptrdiff_t count = std::min<std::ptrdiff_t>(rowsOfBand, src.height - top);
+        for (std::ptrdiff_t i = 0; i < count; ++i)
+            rows[i + 1] = unchangedRow(top + i);
+        rows[0] = top > 0 ? above : outerRow(rows[1]);
+        rows[count + 1] = top + count < src.height ? sourceRow(top + count) : outerRow(rows[count]);
+        filter(rows, {dst.data + top * dst.pitch, dst.pitch, src.width, count}, step);
+        above = rows[count];
+    }
+    return true;
+}
 
 }  // namespace zkit

@@ -1,8 +1,9 @@
 // Bands of rows of 3 x 3 filters on bytes, grey or interleaved colour.
 //
-// A filter is a function Bytes(const Row& above, const Row& here, const Row& below): the results for the pixels of
-// `here`. Row, a class of the filter's, is what it needs to know of a vector of pixels, made from their Neighbours. A
-// vector is walked down a whole band, so that every Row is made once for the three rows of results that it is part of.
+// A filter is a function Bytes(const Row& above, const Row& here, const Row& below), or an object with such an operator
+// and a type Row: the results for the pixels of `here`. Row, a class of the filter's, is what it needs to know of a
+// vector of pixels, made from their Neighbours. A vector is walked down a whole band, so that every Row is made once
+// for the three rows of results that it is part of.
 #pragma once
 
 #include "simd/vector.h"
@@ -105,14 +106,23 @@ Neighbours<step> last(const std::uint8_t* p)
     return {load(p - step), load(p), after<step>(load(p), Outside::template after<step>(p + Bytes::lanes))};
 }
 
-template <class Row>
-Row rowOf(Bytes (*filter)(const Row& above, const Row& here, const Row& below));
+template <class R>
+R rowOf(Bytes (*filter)(const R& above, const R& here, const R& below));
+
+// A function as an object.
+template <auto filter>
+struct Formula {
+    using Row = decltype(rowOf(filter));
+
+    Bytes operator()(const Row& above, const Row& here, const Row& below) const { return filter(above, here, below); }
+};
 
 // The columns from x on; neighbours(p) are those of the pixels at p.
-template <auto filter, auto neighbours>
-[[gnu::flatten]] void filterColumns(const std::uint8_t* const* rows, const Target& out, std::ptrdiff_t x)
+template <auto neighbours, class Filter>
+[[gnu::flatten]] void filterColumns(const Filter filter, const std::uint8_t* const* rows, const Target& out,
+                                    std::ptrdiff_t x)
 {
-    using Row = decltype(rowOf(filter));
+    using Row = typename Filter::Row;
     const auto at = [=](std::ptrdiff_t y) { return Row(neighbours(rows[y] + x)); };
     std::uint8_t* result = out.data + x;
     const auto put = [&result, pitch = out.pitch](Bytes pixels) {
@@ -140,8 +150,8 @@ template <auto filter, auto neighbours>
 }
 
 // Rows that are too short for a vector at either end are filtered among what lies outside them.
-template <auto filter, class Outside, int step>
-void filterShortRows(const std::uint8_t* const* rows, const Target& out)
+template <class Outside, int step, class Filter>
+void filterShortRows(const Filter& filter, const std::uint8_t* const* rows, const Target& out)
 {
     constexpr int most = 2 * Bytes::lanes;  // pixels that are filtered, whatever the width
     std::uint8_t padded[rowsOfBand + 2][2 * most] = {}, filtered[rowsOfBand][most];
@@ -154,35 +164,41 @@ void filterShortRows(const std::uint8_t* const* rows, const Target& out)
         paddedRows[y] = row;
     }
     for (int x = 0; x < most; x += Bytes::lanes)
-        filterColumns<filter, within<step>>(paddedRows, {filtered[0], most, most, out.height}, x);
+        filterColumns<within<step>>(filter, paddedRows, {filtered[0], most, most, out.height}, x);
     for (std::ptrdiff_t y = 0; y < out.height; ++y)
         __builtin_memcpy(out.data + y * out.pitch, filtered[y], static_cast<std::size_t>(out.width));
 }
 
-template <auto filter, class Outside, int step>
-void filterRowsOf(const std::uint8_t* const* rows, const Target& out)
+template <class Outside, int step, class Filter>
+void filterRowsOf(const Filter& filter, const std::uint8_t* const* rows, const Target& out)
 {
     if (out.width < Bytes::lanes + step) {
-        filterShortRows<filter, Outside, step>(rows, out);
+        filterShortRows<Outside, step>(filter, rows, out);
         return;
     }
     // The last two vectors end with the row and with the last pixel that has a right neighbour; they may repeat
     // columns.
     const std::ptrdiff_t end = out.width - Bytes::lanes;
-    filterColumns<filter, first<Outside, step>>(rows, out, 0);
+    filterColumns<first<Outside, step>>(filter, rows, out, 0);
     for (std::ptrdiff_t x = Bytes::lanes; x < end; x += Bytes::lanes)
-        filterColumns<filter, within<step>>(rows, out, x < end - step ? x : end - step);
-    filterColumns<filter, last<Outside, step>>(rows, out, end);
+        filterColumns<within<step>>(filter, rows, out, x < end - step ? x : end - step);
+    filterColumns<last<Outside, step>>(filter, rows, out, end);
+}
+
+template <class Outside, class Filter>
+void filterBandWith(const Filter& filter, const std::uint8_t* const* rows, const Target& out, int step)
+{
+    if (step == 1)
+        filterRowsOf<Outside, 1>(filter, rows, out);
+    else
+        filterRowsOf<Outside, 3>(filter, rows, out);
 }
 
 // A worker of type FilterBand.
 template <auto filter, class Outside>
 void filterBand(const std::uint8_t* const* rows, const Target& out, int step)
 {
-    if (step == 1)
-        filterRowsOf<filter, Outside, 1>(rows, out);
-    else
-        filterRowsOf<filter, Outside, 3>(rows, out);
+    filterBandWith<Outside>(Formula<filter>{}, rows, out, step);
 }
 
 }  // namespace

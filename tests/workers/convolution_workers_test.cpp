@@ -28,6 +28,7 @@ TEST(ConvolutionWorkers, fixed_point)
         FixedKernel kernel{};
         kernel.size = 2 * random(1, 3) + 1;
         kernel.wide = random(0, 1);
+        kernel.fraction = random(0, 15);
         kernel.absolute = random(0, 1);
         kernel.offset = random(INT32_MIN, INT32_MAX) >> random(0, 31);
         const int size = kernel.size, half = size / 2, step = random(0, 1) ? 1 : 3;
@@ -54,6 +55,37 @@ TEST(ConvolutionWorkers, fixed_point)
         set.workers->rows(pairs.data(), packed.row(0) + 4, packed.row(1) + 4, width, step, kernel);
         FixedConvolutionWorkers::plain.rows(pairs.data(), plain.row(0) + 4, plain.row(1) + 4, width, step, kernel);
         EXPECT_EQ(packed.all(), plain.all()) << size << (kernel.wide ? " wide" : "");
+    });
+}
+
+// Straight from bytes: kernels of any coefficients of 16 bits and symmetric ones.
+TEST(ConvolutionWorkers, fixed_point_bands)
+{
+    forAwkwardRowsOfSets<FixedConvolutionWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        const int step = random(0, 1) ? 1 : 3, bytes = width * step, height = random(1, rowsOfBand);
+        if (width == 0)
+            return;
+        FixedKernel kernel{};
+        kernel.size = 3;
+        kernel.fraction = random(0, 15);
+        kernel.absolute = random(0, 1);
+        kernel.offset = random(0, 1) ? random(INT32_MIN, INT32_MAX) >> random(0, 31) : 0;
+        for (std::int32_t& coefficient : kernel.coefficients)
+            coefficient = random(-32768, 32767);
+        if (random(0, 1))
+            for (const int i : {2, 6, 8, 3, 5, 7})
+                kernel.coefficients[i] = kernel.coefficients[i % 2];
+        const Pixels pixels(random, kind, bytes, height + 2);
+        std::vector<const std::uint8_t*> rows;
+        for (int y = 0; y < height + 2; ++y)
+            rows.push_back(pixels.row(y));
+        Pixels packed(random, Pixels::noise, bytes + 9, height), plain(packed);
+        const auto target = [&](Pixels& of) {
+            return Target{of.row(0) + 4, height > 1 ? of.row(1) - of.row(0) : 0, bytes, height};
+        };
+        set.workers->band(rows.data(), target(packed), step, kernel);
+        FixedConvolutionWorkers::plain.band(rows.data(), target(plain), step, kernel);
+        EXPECT_EQ(packed.all(), plain.all()) << height << " rows, " << kernel.fraction << " bits of fraction";
     });
 }
 
