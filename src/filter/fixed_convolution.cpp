@@ -21,7 +21,8 @@ std::uint32_t entry(std::int32_t above, std::int32_t below)
     return (static_cast<std::uint32_t>(above) & 0xFFFF) | static_cast<std::uint32_t>(below) << 16;
 }
 
-// The coefficients as packed workers take them.
+}  // namespace
+
 void makePairs(FixedKernel& kernel)
 {
     const auto at = [&](int row, int column) -> std::int64_t {
@@ -41,6 +42,8 @@ void makePairs(FixedKernel& kernel)
                 kernel.wide |= kernel.high[parity][p][k] != 0;
             }
 }
+
+namespace {
 
 // Takes as many bits of fraction away as are 0 everywhere, so that whole coefficients fit 16 bits, unless a sum can
 // wrap.

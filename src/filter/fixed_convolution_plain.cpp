@@ -1,4 +1,5 @@
 #include "filter/fixed_convolution_workers.h"
+#include "frame/numbers.h"
 
 namespace zkit::plain {
 namespace {
@@ -17,27 +18,42 @@ std::uint8_t pixel(std::uint32_t sum, const FixedKernel& kernel)
     return static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
 }
 
+std::uint8_t exactPixel(std::int64_t sum, const FixedKernel& kernel)
+{
+    const auto quotient = static_cast<std::uint32_t>(sum / (std::int64_t{1} << kernel.fraction));
+    return clipped(static_cast<std::int32_t>(quotient + static_cast<std::uint32_t>(kernel.offset)));
+}
+
 // The result whose neighbourhood begins with row `first`, 0 or 1, of the pairs.
+template <class Sum, std::uint8_t pixelOf(Sum, const FixedKernel&)>
 void row(const std::uint32_t* const* pairs, int first, std::uint8_t* out, std::ptrdiff_t count, int step,
-         const FixedKernel& kernel)
+         const FixedKernel& kernel, Sum begin)
 {
     for (std::ptrdiff_t x = 0; x < count; ++x) {
-        auto sum = static_cast<std::uint32_t>(kernel.offset);
+        Sum sum = begin;
         for (int r = 0; r < kernel.size; ++r)
             for (int k = 0; k < kernel.size; ++k) {
                 const std::uint32_t entry = pairs[(first + r) / 2][x + (k - kernel.size / 2) * step];
                 const std::uint32_t neighbour = (first + r) % 2 == 0 ? entry & 0xFFFF : entry >> 16;
-                sum += static_cast<std::uint32_t>(kernel.coefficients[r * kernel.size + k]) * neighbour;
+                sum += static_cast<Sum>(kernel.coefficients[r * kernel.size + k]) * static_cast<Sum>(neighbour);
             }
-        out[x] = pixel(sum, kernel);
+        out[x] = pixelOf(sum, kernel);
     }
 }
 
 void rows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count, int step,
           const FixedKernel& kernel)
 {
-    row(pairs, 0, upper, count, step, kernel);
-    row(pairs, 1, lower, count, step, kernel);
+    const auto offset = static_cast<std::uint32_t>(kernel.offset);
+    row<std::uint32_t, pixel>(pairs, 0, upper, count, step, kernel, offset);
+    row<std::uint32_t, pixel>(pairs, 1, lower, count, step, kernel, offset);
+}
+
+void exactRows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
+               int step, const FixedKernel& kernel)
+{
+    row<std::int64_t, exactPixel>(pairs, 0, upper, count, step, kernel, 0);
+    row<std::int64_t, exactPixel>(pairs, 1, lower, count, step, kernel, 0);
 }
 
 void band(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel)
@@ -59,4 +75,5 @@ void band(const std::uint8_t* const* rows, const Target& out, int step, const Fi
 }  // namespace
 }  // namespace zkit::plain
 
-const zkit::FixedConvolutionWorkers zkit::FixedConvolutionWorkers::plain = {plain::pair, plain::rows, plain::band};
+const zkit::FixedConvolutionWorkers zkit::FixedConvolutionWorkers::plain = {plain::pair, plain::rows, plain::band,
+                                                                            plain::exactRows};

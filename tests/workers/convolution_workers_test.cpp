@@ -19,22 +19,24 @@ TEST(ConvolutionWorkers, pairs_of_rows)
     });
 }
 
-// Coefficients of 16 bits and of 32.
+// Coefficients of 16 bits and of 32, and those with exact sums.
 TEST(ConvolutionWorkers, fixed_point)
 {
     forAwkwardRowsOfSets<FixedConvolutionWorkers>([](const auto& set, Random& random, Pixels::Kind, int width) {
         if (width == 0)
             return;
         FixedKernel kernel{};
-        kernel.size = 2 * random(1, 3) + 1;
-        kernel.wide = random(0, 1);
-        kernel.fraction = random(0, 15);
+        const bool exact = random(0, 1);
+        kernel.size = 2 * random(1, exact ? 4 : 3) + 1;
+        kernel.wide = exact || random(0, 1);
+        kernel.fraction = exact ? random(16, 46) : random(0, 15);
         kernel.absolute = random(0, 1);
         kernel.offset = random(INT32_MIN, INT32_MAX) >> random(0, 31);
         const int size = kernel.size, half = size / 2, step = random(0, 1) ? 1 : 3;
         for (int r = 0; r < size; ++r)
             for (int k = 0; k < size; ++k) {
-                const int low = random(-32768, 32767), high = kernel.wide ? random(-32768, 32767) : 0;
+                const int low = random(-32768, 32767), most = exact ? 16383 : 32767;
+                const int high = kernel.wide ? random(-most, most) >> random(0, 15) : 0;
                 kernel.coefficients[r * size + k] =
                     static_cast<std::int32_t>((static_cast<unsigned>(high) << 16) + static_cast<unsigned>(low));
                 for (const int parity : {0, 1}) {
@@ -52,9 +54,10 @@ TEST(ConvolutionWorkers, fixed_point)
             pairs.push_back(entries.back().data() + half * step);
         }
         Pixels packed(random, Pixels::noise, width + 9, 2), plain(packed);
-        set.workers->rows(pairs.data(), packed.row(0) + 4, packed.row(1) + 4, width, step, kernel);
-        FixedConvolutionWorkers::plain.rows(pairs.data(), plain.row(0) + 4, plain.row(1) + 4, width, step, kernel);
-        EXPECT_EQ(packed.all(), plain.all()) << size << (kernel.wide ? " wide" : "");
+        const auto rows = exact ? &FixedConvolutionWorkers::exactRows : &FixedConvolutionWorkers::rows;
+        (set.workers->*rows)(pairs.data(), packed.row(0) + 4, packed.row(1) + 4, width, step, kernel);
+        (FixedConvolutionWorkers::plain.*rows)(pairs.data(), plain.row(0) + 4, plain.row(1) + 4, width, step, kernel);
+        EXPECT_EQ(packed.all(), plain.all()) << size << (exact ? " exact" : kernel.wide ? " wide" : "");
     });
 }
 
