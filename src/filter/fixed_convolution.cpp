@@ -50,7 +50,7 @@ namespace {
 void shorten(FixedKernel& kernel)
 {
     std::int64_t largest = std::abs(std::int64_t{kernel.offset});
-    std::uint32_t bits = static_cast<std::uint32_t>(kernel.offset);
+    auto bits = static_cast<std::uint32_t>(kernel.offset);
     for (const std::int32_t coefficient : kernel.coefficients) {
         largest += std::abs(std::int64_t{coefficient}) * 255;
         bits |= static_cast<std::uint32_t>(coefficient);
@@ -62,6 +62,14 @@ void shorten(FixedKernel& kernel)
         coefficient >>= spare;
     kernel.offset >>= spare;
     kernel.fraction -= spare;
+}
+
+// Whether a kernel is for the workers' bands.
+bool fitsBands(const FixedKernel& kernel)
+{
+    const std::int32_t* const c = kernel.coefficients;
+    return kernel.size == 3 && !kernel.wide && c[0] == c[2] && c[0] == c[6] && c[0] == c[8] && c[1] == c[3] &&
+           c[1] == c[5] && c[1] == c[7];
 }
 
 // The kernel whose coefficients add up to `sum`; coefficientAt(i) is the one at index i.
@@ -130,7 +138,7 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
     if (src.width <= 0 || src.height <= 0)
         return true;
     const auto& worker = workers<FixedConvolutionWorkers>();
-    if (kernel.size == 3 && !kernel.wide)
+    if (fitsBands(kernel))
         return filterRows(
             src, dst, step,
             [&](const std::uint8_t* const* rows, const Target& out, int by) { worker.band(rows, out, by, kernel); },

@@ -145,7 +145,7 @@ void exactRows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint
     filter(pairs, upper, lower, count, step, kernel);
 }
 
-// The parts of 3 x 3 kernels straight from bytes.
+// Symmetric 3 x 3 kernels, straight from bytes.
 
 // Two coefficients for pairs of words.
 inline Words both(std::int32_t first, std::int32_t second)
@@ -189,50 +189,7 @@ inline TwoInts products(TwoWords pairs, Words coefficients)
     return {multiplyAddPairs(pairs.low, coefficients), multiplyAddPairs(pairs.high, coefficients)};
 }
 
-// Any kernel: the two pixels on the left of every row as a pair, those on the right of two rows as another.
-class FullFilter {
-public:
-    struct Row {
-        TwoWords evenPairs, oddPairs;
-        Columns right;
-
-        template <int step>
-        explicit Row(const Neighbours<step>& n) : right(n.rightColumns())
-        {
-            const Columns left = n.leftColumns(), centre(n.here);
-            evenPairs = pairs(left.even, centre.even);
-            oddPairs = pairs(left.odd, centre.odd);
-        }
-    };
-
-    explicit FullFilter(const FixedKernel& kernel)
-        : finish_(kernel),
-          left_{both(kernel.coefficients[0], kernel.coefficients[1]),
-                both(kernel.coefficients[3], kernel.coefficients[4]),
-                both(kernel.coefficients[6], kernel.coefficients[7])},
-          right_{both(kernel.coefficients[2], kernel.coefficients[5]), both(kernel.coefficients[8], 0)}
-    {
-    }
-
-    Bytes operator()(const Row& above, const Row& here, const Row& below) const
-    {
-        const auto sums = [this](TwoWords a, TwoWords b, TwoWords c, Words right, Words rightHere, Words rightBelow) {
-            return finish_(products(a, left_[0]) + products(b, left_[1]) + products(c, left_[2]) +
-                           products(pairs(right, rightHere), right_[0]) +
-                           products(pairs(rightBelow, rightBelow), right_[1]));
-        };
-        return interleaveSaturated(
-            sums(above.evenPairs, here.evenPairs, below.evenPairs, above.right.even, here.right.even, below.right.even),
-            sums(above.oddPairs, here.oddPairs, below.oddPairs, above.right.odd, here.right.odd, below.right.odd));
-    }
-
-private:
-    Finish finish_;
-    Words left_[3], right_[2];
-};
-
-// A kernel with one coefficient for the corners and one for the sides: their pixels are added before they are
-// multiplied.
+// The pixels of the corners and those of the sides are added before they are multiplied.
 class SymmetricFilter {
 public:
     struct Row {
@@ -267,17 +224,9 @@ private:
     Words around_, even_, odd_;
 };
 
-bool isSymmetric(const std::int32_t (&c)[FixedKernel::largest * FixedKernel::largest])
-{
-    return c[0] == c[2] && c[0] == c[6] && c[0] == c[8] && c[1] == c[3] && c[1] == c[5] && c[1] == c[7];
-}
-
 void band(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel)
 {
-    if (isSymmetric(kernel.coefficients))
-        filterBandWith<RepeatedOutside>(SymmetricFilter(kernel), rows, out, step);
-    else
-        filterBandWith<RepeatedOutside>(FullFilter(kernel), rows, out, step);
+    filterBandWith<RepeatedOutside>(SymmetricFilter(kernel), rows, out, step);
 }
 
 }  // namespace

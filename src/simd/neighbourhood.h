@@ -156,12 +156,13 @@ void filterShortRows(const Filter& filter, const std::uint8_t* const* rows, cons
     constexpr int most = 2 * Bytes::lanes;  // pixels that are filtered, whatever the width
     std::uint8_t padded[rowsOfBand + 2][2 * most] = {}, filtered[rowsOfBand][most];
     const std::uint8_t* paddedRows[rowsOfBand + 2];
+    for (int y = 0; y < rowsOfBand + 2; ++y)
+        paddedRows[y] = padded[y] + Bytes::lanes;
     for (std::ptrdiff_t y = 0; y < out.height + 2; ++y) {
         std::uint8_t* const row = padded[y] + Bytes::lanes;
         store(row - Bytes::lanes, Outside::template before<step>(rows[y]));
         __builtin_memcpy(row, rows[y], static_cast<std::size_t>(out.width));
         store(row + out.width, Outside::template after<step>(rows[y] + out.width));
-        paddedRows[y] = row;
     }
     for (int x = 0; x < most; x += Bytes::lanes)
         filterColumns<within<step>>(filter, paddedRows, {filtered[0], most, most, out.height}, x);
