@@ -56,7 +56,7 @@ std::vector<Operation> allOperations()
 {
     std::vector<Operation> all;
     for (const auto family : {analysisOperations(), contourOperations(), pointOperations(), arithmeticOperations(),
-                              filterOperations(), geometryOperations(), morphoOperations()})
+                              filterOperations(), geometryOperations(), morphoOperations(), temporalOperations()})
         all.insert(all.end(), family.begin(), family.end());
     return all;
 }

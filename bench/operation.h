@@ -23,6 +23,15 @@ inline constexpr unsigned int highBitOfSum = 11;
 inline constexpr float rotation = 15.F;  ///< degrees
 inline constexpr float scale = 1.1F;
 inline constexpr float reduction = 3.3F;
+inline constexpr int fieldShift = 5;
+
+struct Point {
+    int x, y;
+};
+
+/// Where the warped image has pixel (i, j) from: turned about the middle, in parts beyond the image.
+Point turned(int i, int j, const Size& size);
+Point nearest(Point at, const Size& size);  ///< in the image
 
 /// Coefficient of a smoothing kernel, symmetric about both axes and both diagonals; they add up to about 1.
 constexpr float coefficient(int size, int column, int row)
@@ -61,6 +70,7 @@ std::span<const Operation> filterOperations();
 std::span<const Operation> geometryOperations();
 std::span<const Operation> contourOperations();
 std::span<const Operation> morphoOperations();
+std::span<const Operation> temporalOperations();
 
 /// The peer's equivalent of the operation with the same name and type.
 struct Peer {

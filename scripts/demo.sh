@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds the kit and measures the pictures given, or a scene that the tool renders itself.
-# Usage: scripts/demo.sh [IMAGE...]
+# Builds the kit and inspects the pictures given, or a scene that the tool renders itself. The results are printed; the
+# pictures with what was found drawn over them, and their histograms, are written into build/demo/drawings.
+# Usage: scripts/demo.sh [OPTION or IMAGE or FOLDER...]     (the options of zkit inspect)
 set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)
 
@@ -15,4 +16,8 @@ if ! (cd "$top" && cmake --preset release -B build/demo -DZKIT_BUILD_TESTS=OFF -
 fi
 
 [ $# -gt 0 ] || set -- --scene
-"$top/build/demo/tools/zkit" measure "$@"
+drawings=$top/build/demo/drawings
+status=0
+"$top/build/demo/tools/zkit" inspect --overlay "$drawings" --plots "$drawings" "$@" || status=$?
+[ $status -eq 2 ] || echo "drawings: $drawings" >&2
+exit $status

@@ -7,7 +7,7 @@ packages=(g++ cmake ninja-build pkg-config)
 for task in "$@"; do
     case $task in
     tool) packages+=(libpng-dev libtiff-dev libjpeg62-turbo-dev libcairo2-dev libcli11-dev nlohmann-json3-dev) ;;
-    test) packages+=(git googletest libgtest-dev clang libclang-rt-14-dev clang-format clang-tidy binutils g++-multilib) ;;
+    test) packages+=(git googletest libgtest-dev clang libclang-rt-14-dev clang-format clang-tidy binutils g++-multilib doxygen) ;;
     fuzz) packages+=(clang libclang-rt-14-dev) ;;
     bench) packages+=(libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev) ;;
     *) echo "setup.sh: unknown task '$task' (tool, test, fuzz, bench)" >&2; exit 2 ;;

@@ -15,6 +15,7 @@ std::span<const Peer> arithmeticPeers();
 std::span<const Peer> filterPeers();
 std::span<const Peer> geometryPeers();
 std::span<const Peer> morphoPeers();
+std::span<const Peer> temporalPeers();
 
 template <class T>
 cv::Mat matrix(ZImage<T>* image, int type)

@@ -118,12 +118,13 @@ inline void require(bool condition, const Call& call, const char* fault)
     std::abort();
 }
 
-// Whether the operation has done its work, which an error that reports pixels divided by zero does not prevent.
+// Whether the operation has done its work, which errors do not prevent that report pixels divided by zero, or a map
+// that leads outside, where the work ends.
 inline bool finished(const Call& call, const Outcome& result)
 {
     if (call.pending != Z_OK)
         return call.meaning == Pending::ignored && result.code == call.pending;
-    return result.code == Z_OK || result.code == Z_ERROR_DIVISION_BY_ZERO_PIXEL;
+    return result.code == Z_OK || result.code == Z_ERROR_DIVISION_BY_ZERO_PIXEL || result.code == Z_ERROR_OUTSIDE_IMAGE;
 }
 
 inline Outcome checkedOutcome(const Call& call, const Workers& workers)
@@ -131,8 +132,7 @@ inline Outcome checkedOutcome(const Call& call, const Workers& workers)
     Outcome result = outcome(call, call.layout, call.bytes, workers);
     require(result.returned == result.code, call, "returns another code than it raises");
     const bool ofRegions = result.code == Z_ERROR_NO_PIXELS || result.code == Z_ERROR_SIZE_MISMATCH;
-    const bool mayReplace = (call.meaning != Pending::stops && ofRegions) ||
-                            (call.meaning == Pending::ignored && result.code == Z_ERROR_ROI_PLACEMENT);
+    const bool mayReplace = call.meaning == Pending::ignored || (call.meaning == Pending::replaced && ofRegions);
     require(call.pending == Z_OK || result.code == call.pending || mayReplace, call, "loses a pending error");
     if (finished(call, result)) {
         for (std::size_t i = 0; i < call.layout.regions().size(); ++i)

@@ -7,4 +7,5 @@
 #include "zkit/img/geometry.h"
 #include "zkit/img/morpho.h"
 #include "zkit/img/point.h"
+#include "zkit/img/temporal.h"
 #include "zkit/img/vectors.h"

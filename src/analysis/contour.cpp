@@ -58,11 +58,13 @@ public:
     std::span<Point> room(std::int64_t recorded) const
     {
         const auto used = static_cast<unsigned int>(recorded);
+        const bool pending = ZGetError() != Z_OK;
+        if (pending && used > 0)
+            return {};
         path_->SetNumElements(used);
         if (used == path_->GetMaxElements())
             path_->AddElement({});
-        const bool pending = ZGetError() != Z_OK;
-        if (pending && (used > 0 || path_->GetMaxElements() == 0))
+        if (used == path_->GetMaxElements())
             return {};
         return {path_->GetDataPtr() + used, pending ? 1 : path_->GetMaxElements() - used};
     }

@@ -139,10 +139,10 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
         return true;
     const auto& worker = workers<FixedConvolutionWorkers>();
     if (fitsBands(kernel))
-        return filterRows(
-            src, dst, step,
-            [&](const std::uint8_t* const* rows, const Target& out, int by) { worker.band(rows, out, by, kernel); },
-            OuterRows::repeated);
+        return filterRows(src, dst, {step, true, {}},
+                          [&](const std::uint8_t* const* rows, const Target& out, const Border& border) {
+                              worker.band(rows, out, border.step, kernel);
+                          });
     constexpr int mostPairs = (FixedKernel::largest + 1) / 2;
     const int half = kernel.size / 2, pairs = half + 1;
     const std::ptrdiff_t beside = std::ptrdiff_t{half} * step;

@@ -226,7 +226,7 @@ private:
 
 void band(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel)
 {
-    filterBandWith<RepeatedOutside>(SymmetricFilter(kernel), rows, out, step);
+    filterBandWith(SymmetricFilter(kernel), rows, out, {step, true, {}});
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // The predefined 3 x 3 filters, grey and colour.
 #include "filter/predefined_workers.h"
-#include "frame/by_component.h"
 #include "frame/call_frame.h"
 #include "frame/checks.h"
 #include "frame/walk.h"
@@ -15,6 +14,9 @@ using namespace zkit;
 namespace {
 
 using Workers = PredefinedWorkers;
+
+constexpr Border zeros(int step) { return {step, false, {}}; }
+constexpr Border repeated(int step) { return {step, true, {}}; }
 
 // The names of a filter's two forms and its worker.
 struct Filter {
@@ -42,7 +44,7 @@ short run(const Filter& filter, ZROI<ZBW8>* src, ZROI<ZBW8>* dst)
 {
     const CallFrame frame(filter.grey);
     if (!(filterSizes(src, dst) && hasPixels(src) && hasPixels(dst) && placed(src) && placed(dst) &&
-          filterRows(source(src), target(dst), 1, workers<Workers>().*filter.band, OuterRows::zero)))
+          filterRows(source(src), target(dst), zeros(1), workers<Workers>().*filter.band)))
         return frame.trace();
     return frame.finish();
 }
@@ -56,17 +58,13 @@ bool sizesInside(const Filter& filter, ZROI<ZC24>* src, ZROI<ZC24>* dst)
     return false;
 }
 
-bool filterColour(ZROI<ZC24>* src, ZROI<ZC24>* dst, FilterBand band, OuterRows outer)
-{
-    return filterRows(bytes(source(src), 3), bytes(target(dst), 3), 3, band, outer);
-}
-
 // A filter on all components at once, with the errors of one component after the other.
 void run(const Filter& filter, ZROI<ZC24>* src, ZROI<ZC24>* dst)
 {
     const CallFrame frame(filter.colour);
     if (frame.clear() && require(src && dst, Z_ERROR_NO_PIXELS) && placed(src) && sizesInside(filter, src, dst) &&
-        placed(dst) && filterColour(src, dst, workers<Workers>().*filter.band, OuterRows::zero))
+        placed(dst) &&
+        filterRows(bytes(source(src), 3), bytes(target(dst), 3), zeros(3), workers<Workers>().*filter.band))
         frame.finish();
     else
         frame.trace();
@@ -77,26 +75,39 @@ void smooth(const char* name, ZROI<ZBW8>* src, ZROI<ZBW8>* dst, FilterBand band)
 {
     const CallFrame frame(name);
     static_cast<void>(hasPixels(src) && hasPixels(dst) && sameSize(src, dst) && placed(src) && placed(dst) &&
-                      filterRows(source(src), target(dst), 1, band, OuterRows::repeated));
+                      filterRows(source(src), target(dst), repeated(1), band));
     frame.trace();
 }
 
 // Filters a whole source into the part of it that the destination has.
-bool filterPart(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, FilterBand band)
+template <class T>
+bool filterPart(ZROI<T>* src, ZROI<T>* dst, FilterBand band)
 {
-    const Source from = source(src);
-    Target to = target(dst);
+    constexpr int step = sizeof(T);
+    const Source from = bytes(source(src), step);
+    const Target to = bytes(target(dst), step);
     const std::ptrdiff_t width = std::min(from.width, to.width), height = std::min(from.height, to.height);
     if (width == 0 || height == 0)
         return true;
     if (width == from.width && height == from.height)
-        return filterRows(from, {to.data, to.pitch, width, height}, 1, band, OuterRows::repeated);
-    ZImage<ZBW8> whole(src->GetWidth(), src->GetHeight());
-    if (!(whole.GetPixelPtr(0, 0) && filterRows(from, target(&whole), 1, band, OuterRows::repeated)))
+        return filterRows(from, {to.data, to.pitch, width, height}, repeated(step), band);
+    ZImage<T> whole(src->GetWidth(), src->GetHeight());
+    if (!(whole.GetPixelPtr(0, 0) && filterRows(from, bytes(target(&whole), step), repeated(step), band)))
         return false;
     for (std::ptrdiff_t y = 0; y < height; ++y)
         std::memcpy(to.data + y * to.pitch, whole.GetPixelPtr(0, static_cast<int>(y)), static_cast<std::size_t>(width));
     return true;
+}
+
+template <class T>
+void roberts(const char* name, ZROI<T>* src, ZROI<T>* dst)
+{
+    const CallFrame frame(name);
+    if (frame.clear() && require(src && dst, Z_ERROR_NO_PIXELS) && placed(src) && placed(dst) &&
+        filterPart(src, dst, workers<Workers>().roberts))
+        frame.finish();
+    else
+        frame.trace();
 }
 
 }  // namespace
@@ -150,28 +161,5 @@ void ImgConvolLowpass1Y(ZROI<ZBW8>* src, ZROI<ZBW8>* dst)
     smooth("ImgConvolLowpass1Y", src, dst, workers<Workers>().lowpass1Y);
 }
 
-void ImgConvolRoberts(ZROI<ZBW8>* src, ZROI<ZBW8>* dst)
-{
-    const CallFrame frame("ImgConvolRoberts");
-    if (frame.clear() && placed(src) && placed(dst) && filterPart(src, dst, workers<Workers>().roberts))
-        frame.finish();
-    else
-        frame.trace();
-}
-
-void ImgConvolRoberts(ZROI<ZC24>* src, ZROI<ZC24>* dst)
-{
-    constexpr const char* name = "ImgConvolRoberts (C24)";
-    const CallFrame frame(name);
-    if (frame.clear() && placed(src) && placed(dst)) {
-        if (src->GetWidth() != dst->GetWidth() || src->GetHeight() != dst->GetHeight()) {
-            byComponent(name, src, dst, [](ZROI<ZBW8>* in, ZROI<ZBW8>* out, int) {
-                ImgConvolRoberts(in, out);
-                return ZGetError();
-            });
-            return;
-        }
-        filterColour(src, dst, workers<Workers>().roberts, OuterRows::repeated);
-    }
-    frame.finish();
-}
+void ImgConvolRoberts(ZROI<ZBW8>* src, ZROI<ZBW8>* dst) { roberts("ImgConvolRoberts", src, dst); }
+void ImgConvolRoberts(ZROI<ZC24>* src, ZROI<ZC24>* dst) { roberts("ImgConvolRoberts (C24)", src, dst); }

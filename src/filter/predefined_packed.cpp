@@ -145,22 +145,22 @@ inline Bytes roberts(const ByteRow&, const ByteRow& row, const ByteRow& below)
 }
 
 constexpr PredefinedWorkers table = {
-    .highpass1 = filterBand<highpass1, ZerosOutside>,
-    .highpass2 = filterBand<highpass2, ZerosOutside>,
-    .lowpass1 = filterBand<lowpass1, ZerosOutside>,
-    .lowpass2 = filterBand<lowpass2, ZerosOutside>,
-    .lowpass3 = filterBand<lowpass3, ZerosOutside>,
-    .sobelX = filterBand<sobelX, ZerosOutside>,
-    .sobelY = filterBand<sobelY, ZerosOutside>,
-    .sobelXY = filterBand<sobelXY, ZerosOutside>,
-    .prewittX = filterBand<prewittX, ZerosOutside>,
-    .prewittY = filterBand<prewittY, ZerosOutside>,
-    .prewittXY = filterBand<prewittXY, ZerosOutside>,
-    .laplacian4 = filterBand<laplacian4, ZerosOutside>,
-    .laplacian8 = filterBand<laplacian8, ZerosOutside>,
-    .lowpass1X = filterBand<lowpass1X, RepeatedOutside>,
-    .lowpass1Y = filterBand<lowpass1Y, RepeatedOutside>,
-    .roberts = filterBand<roberts, RepeatedOutside>,
+    .highpass1 = filterBand<highpass1>,
+    .highpass2 = filterBand<highpass2>,
+    .lowpass1 = filterBand<lowpass1>,
+    .lowpass2 = filterBand<lowpass2>,
+    .lowpass3 = filterBand<lowpass3>,
+    .sobelX = filterBand<sobelX>,
+    .sobelY = filterBand<sobelY>,
+    .sobelXY = filterBand<sobelXY>,
+    .prewittX = filterBand<prewittX>,
+    .prewittY = filterBand<prewittY>,
+    .prewittXY = filterBand<prewittXY>,
+    .laplacian4 = filterBand<laplacian4>,
+    .laplacian8 = filterBand<laplacian8>,
+    .lowpass1X = filterBand<lowpass1X>,
+    .lowpass1Y = filterBand<lowpass1Y>,
+    .roberts = filterBand<roberts>,
 };
 
 }  // namespace

@@ -36,19 +36,18 @@ int lowpass1Y(const Neighbourhood& a) { return (a[1] + 2 * a[4] + a[7]) / 4; }
 int roberts(const Neighbourhood& a) { return magnitudes(a[4] - a[8], a[5] - a[7]); }
 
 // What is at column x of a row, when that may be one beyond its ends.
-int zeroOutside(const std::uint8_t* row, std::ptrdiff_t x, std::ptrdiff_t width, int)
+int pixelAt(const std::uint8_t* row, std::ptrdiff_t x, std::ptrdiff_t width, const Border& border)
 {
-    return x < 0 || x >= width ? 0 : row[x];
+    if (x >= 0 && x < width)
+        return row[x];
+    const std::ptrdiff_t nearest = x < 0 ? x + border.step : x - border.step;
+    return border.repeated ? row[nearest] : border.pixel[nearest % border.step];
 }
 
-int repeatedOutside(const std::uint8_t* row, std::ptrdiff_t x, std::ptrdiff_t width, int step)
+template <auto formula>
+void filter(const std::uint8_t* const* rows, const Target& out, const Border& border)
 {
-    return row[x < 0 ? x + step : x >= width ? x - step : x];
-}
-
-template <auto formula, auto atEnds>
-void filter(const std::uint8_t* const* rows, const Target& out, int step)
-{
+    const int step = border.step;
     const std::ptrdiff_t left = std::min<std::ptrdiff_t>(step, out.width), right = std::max(out.width - step, left);
     for (std::ptrdiff_t y = 0; y < out.height; ++y) {
         const auto filtered = [=](std::ptrdiff_t x, auto pixel) {
@@ -58,7 +57,7 @@ void filter(const std::uint8_t* const* rows, const Target& out, int step)
             return static_cast<std::uint8_t>(formula(a));
         };
         const auto within = [](const std::uint8_t* row, std::ptrdiff_t x) { return row[x]; };
-        const auto near = [&](const std::uint8_t* row, std::ptrdiff_t x) { return atEnds(row, x, out.width, step); };
+        const auto near = [&](const std::uint8_t* row, std::ptrdiff_t x) { return pixelAt(row, x, out.width, border); };
         std::uint8_t* const row = out.data + y * out.pitch;
         std::ptrdiff_t x = 0;
         for (; x < left; ++x)
@@ -71,22 +70,22 @@ void filter(const std::uint8_t* const* rows, const Target& out, int step)
 }
 
 constexpr PredefinedWorkers table = {
-    .highpass1 = filter<highpass1, zeroOutside>,
-    .highpass2 = filter<highpass2, zeroOutside>,
-    .lowpass1 = filter<lowpass1, zeroOutside>,
-    .lowpass2 = filter<lowpass2, zeroOutside>,
-    .lowpass3 = filter<lowpass3, zeroOutside>,
-    .sobelX = filter<sobelX, zeroOutside>,
-    .sobelY = filter<sobelY, zeroOutside>,
-    .sobelXY = filter<sobelXY, zeroOutside>,
-    .prewittX = filter<prewittX, zeroOutside>,
-    .prewittY = filter<prewittY, zeroOutside>,
-    .prewittXY = filter<prewittXY, zeroOutside>,
-    .laplacian4 = filter<laplacian4, zeroOutside>,
-    .laplacian8 = filter<laplacian8, zeroOutside>,
-    .lowpass1X = filter<lowpass1X, repeatedOutside>,
-    .lowpass1Y = filter<lowpass1Y, repeatedOutside>,
-    .roberts = filter<roberts, repeatedOutside>,
+    .highpass1 = filter<highpass1>,
+    .highpass2 = filter<highpass2>,
+    .lowpass1 = filter<lowpass1>,
+    .lowpass2 = filter<lowpass2>,
+    .lowpass3 = filter<lowpass3>,
+    .sobelX = filter<sobelX>,
+    .sobelY = filter<sobelY>,
+    .sobelXY = filter<sobelXY>,
+    .prewittX = filter<prewittX>,
+    .prewittY = filter<prewittY>,
+    .prewittXY = filter<prewittXY>,
+    .laplacian4 = filter<laplacian4>,
+    .laplacian8 = filter<laplacian8>,
+    .lowpass1X = filter<lowpass1X>,
+    .lowpass1Y = filter<lowpass1Y>,
+    .roberts = filter<roberts>,
 };
 
 }  // namespace

@@ -11,7 +11,7 @@ struct PredefinedWorkers {
     FilterBand sobelX, sobelY, sobelXY;
     FilterBand prewittX, prewittY, prewittXY;
     FilterBand laplacian4, laplacian8;
-    FilterBand lowpass1X, lowpass1Y, roberts;  // repeat the pixels at the ends of rows
+    FilterBand lowpass1X, lowpass1Y, roberts;
 
     static const PredefinedWorkers plain, sse2, avx2;
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morpho/morphology_workers.h"
+#include "simd/bands.h"
 #include "simd/map.h"
 
 namespace zkit::ZKIT_SET {
@@ -22,31 +23,30 @@ inline std::ptrdiff_t reachWithin(std::ptrdiff_t pixels, const Squares& squares)
     return squares.reach < pixels ? squares.reach : pixels;
 }
 
-// Fills with outside pixels, doubling what is there.
+// Fills with outside pixels.
 inline void fillOutside(std::uint8_t* out, std::ptrdiff_t bytes, const Squares& squares)
 {
-    for (std::ptrdiff_t i = 0; i < squares.step && i < bytes; ++i)
-        out[i] = squares.outside[i];
-    for (std::ptrdiff_t filled = squares.step; filled < bytes; filled *= 2) {
-        const std::ptrdiff_t left = bytes - filled;
-        __builtin_memcpy(out + filled, out, static_cast<std::size_t>(filled < left ? filled : left));
-    }
+    fillPixels(out, bytes, squares.outside, squares.step);
 }
 
-constexpr std::int64_t alignment = 64;
+inline constexpr std::int64_t alignment = 64;
 
 // Bytes beyond the end of a line of working memory that may be written and read in vain.
-constexpr std::ptrdiff_t slack = 8 * Bytes::lanes;
+inline constexpr std::ptrdiff_t slack = 8 * Bytes::lanes;
 
 // What the rows of a block may take, so that they stay in the second-level cache.
-constexpr std::int64_t blockBytes = 1 << 18;
+inline constexpr std::int64_t blockBytes = 1 << 18;
+
+// Panels that would be narrower than this take more, since every row of theirs is a page of its own, which costs more
+// than that they leave the second-level cache.
+constexpr std::int64_t panelWidth = 512, panelBytes = 1 << 20;
 
 // The least height of a block that is lower than the squares.
-constexpr std::int64_t lowest = 16;
+inline constexpr std::int64_t lowest = 16;
 
 // What rows that are filtered together take at least, so that what one step has stored has arrived in the cache before
 // the next one loads it at other places, for which it would have to wait.
-constexpr std::int64_t lineBytes = 1 << 12;
+inline constexpr std::int64_t lineBytes = 1 << 12;
 
 inline std::int64_t aligned(std::int64_t bytes) { return (bytes + alignment - 1) / alignment * alignment; }
 
@@ -57,7 +57,7 @@ struct Layout {
     std::int64_t row, total;
 };
 
-Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
+inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
 {
     Layout layout{};
     const std::int64_t reach = std::int64_t{squares.step} * reachWithin(dst.width / squares.step, squares);
@@ -70,7 +70,9 @@ Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
     layout.panel = dst.width;
     layout.height = side;
     if (side * dst.width > blockBytes && src.data == dst.data) {
-        const std::int64_t cut = blockBytes / side / alignment * alignment;
+        const std::int64_t narrow = panelBytes / side < panelWidth ? panelBytes / side : panelWidth;
+        const std::int64_t wide = blockBytes / side;
+        const std::int64_t cut = (wide < narrow ? narrow : wide) / alignment * alignment;
         layout.panel = cut < alignment ? alignment : cut;
         layout.panel = layout.panel < dst.width ? layout.panel : dst.width;
     } else if (side * dst.width > blockBytes) {
@@ -79,16 +81,17 @@ Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
         layout.height = layout.height < side ? layout.height : side;
     }
     layout.segments = side / layout.height - 1;
-    layout.blockPitch = aligned(layout.panel + slack);
+    layout.blockPitch = aligned(layout.panel + Bytes::lanes);
     layout.row = aligned(dst.width + slack);
     layout.total =
         alignment + 3 * layout.line + 2 * layout.row + (layout.height + layout.segments + 1) * layout.blockPitch;
     return layout;
 }
 
-std::int64_t memory(const Source& src, const Target& dst, const Squares& squares)
+inline std::int64_t memory(const Source& src, const Target& dst, const Squares& squares)
 {
-    return squares.reach == 1 ? 3 * std::int64_t{dst.width} : layoutOf(src, dst, squares).total;
+    return squares.reach == 1 ? std::int64_t{rowsKept(src.data == dst.data)} * dst.width
+                              : layoutOf(src, dst, squares).total;
 }
 
 // out[i] = the extreme of in[i], in[i + distance], ... `count` of them, the last one being in[i + last].
@@ -121,8 +124,10 @@ public:
           fours_(lines + layout.line),
           sixteens_(lines + 2 * layout.line)
     {
-        for (std::ptrdiff_t i = 0; i < rows_; ++i)
+        for (std::ptrdiff_t i = 0; i < rows_; ++i) {
             surround(i);
+            fillOutside(sixteens_ + i * pitch_, pitch_, squares_);
+        }
     }
 
     // Where the next row of column extremes is to be put.
@@ -158,12 +163,30 @@ private:
         };
         if (side_ <= 4)
             return each([this](std::ptrdiff_t at, std::uint8_t* to) { cover(whole_ + at, 1, to); });
+        if (side_ > 64)
+            return filterWide(each);
         ofSeveral<Extreme, 4>(whole_, step_, 3 * step_, fours_, bytes, Stores::cached);
         if (side_ <= 16)
             return each([this](std::ptrdiff_t at, std::uint8_t* to) { cover(fours_ + at, 4, to); });
         ofSeveral<Extreme, 4>(fours_, 4 * step_, 12 * step_, sixteens_, bytes, Stores::cached);
-        if (side_ <= 64)
-            return each([this](std::ptrdiff_t at, std::uint8_t* to) { cover(sixteens_ + at, 16, to); });
+        each([this](std::ptrdiff_t at, std::uint8_t* to) { cover(sixteens_ + at, 16, to); });
+    }
+
+    // Rows of wide squares. Where sixteen pixels have none within the region they are as they have been from the start.
+    template <class Each>
+    void filterWide(Each each)
+    {
+        const std::ptrdiff_t first = (reach_ - 15) * step_, width = dst_.width + 15 * step_;
+        const auto fours = [=, this](std::ptrdiff_t at) {
+            ofSeveral<Extreme, 4>(whole_ + at + first, step_, 3 * step_, fours_ + at + first, width + 12 * step_,
+                                  Stores::cached);
+        };
+        const auto sixteens = [=, this](std::ptrdiff_t at) {
+            ofSeveral<Extreme, 4>(fours_ + at + first, 4 * step_, 12 * step_, sixteens_ + at + first, width,
+                                  Stores::cached);
+        };
+        each([&](std::ptrdiff_t at, std::uint8_t*) { fours(at); });
+        each([&](std::ptrdiff_t at, std::uint8_t*) { sixteens(at); });
         each([this](std::ptrdiff_t at, std::uint8_t* to) { coverByBlocks(sixteens_ + at, fours_ + at, to); });
     }
 
@@ -185,30 +208,38 @@ private:
         return Extreme::of(load(sixteens), load(sixteens + (Bytes::lanes - 16) * step_));
     }
 
-    // The extremes of as many whole vectors of pixels as the square has, then those of the square. Pixels a vector
-    // apart are a column of their own, cut into blocks.
-    void coverByBlocks(const std::uint8_t* sixteens, std::uint8_t* vectors, std::uint8_t* out)
+    // The extremes of as many whole vectors of pixels as the square has, and of the vector that its last pixels are in.
+    // Pixels a vector apart are a column of their own, cut into blocks: the ends of a block are kept, and its beginning
+    // grows.
+    void coverByBlocks(const std::uint8_t* sixteens, std::uint8_t* ends, std::uint8_t* out)
     {
         const std::ptrdiff_t width = dst_.width, stride = Bytes::lanes * step_, block = side_ / Bytes::lanes * stride;
+        const std::ptrdiff_t lastOfBlock = block - stride, lastOfSquare = (side_ - Bytes::lanes) * step_;
+        const bool streamed = stores_ == Stores::streamed && firstAligned(out, 1) == 0;
+        const auto put = [=](std::ptrdiff_t at, Bytes pixels) {
+            if (at + Bytes::lanes > width)
+                __builtin_memcpy(out + at, &pixels, static_cast<std::size_t>(width - at));
+            else if (streamed)
+                stream(out + at, pixels);
+            else
+                store(out + at, pixels);
+        };
         for (std::ptrdiff_t start = 0; start < width; start += block)
-            for (std::ptrdiff_t x = start; x < start + stride; x += Bytes::lanes) {
-                Bytes extreme = ofVector(sixteens + x + block - stride);
-                store(vectors + x + block - stride, extreme);
-                for (std::ptrdiff_t i = block - 2 * stride; i >= 0; i -= stride) {
-                    extreme = Extreme::of(extreme, ofVector(sixteens + x + i));
-                    store(vectors + x + i, extreme);
+            for (std::ptrdiff_t x = start; x < start + stride && x < width; x += Bytes::lanes) {
+                Bytes extreme = ofVector(sixteens + x + lastOfBlock);
+                store(ends + x + lastOfBlock, extreme);
+                for (std::ptrdiff_t at = x + lastOfBlock - stride; at >= x; at -= stride) {
+                    extreme = Extreme::of(extreme, ofVector(sixteens + at));
+                    store(ends + at, extreme);
                 }
-                extreme = load(vectors + x + block - stride);
-                for (std::ptrdiff_t i = stride; i < block && x + i < width; i += stride) {
-                    const Bytes next = ofVector(sixteens + x + i + block - stride);
-                    extreme = i == stride ? next : Extreme::of(extreme, next);
-                    store(vectors + x + i, Extreme::of(extreme, load(vectors + x + i)));
+                // Every square that begins in the block holds the block's last vector.
+                extreme = ofVector(sixteens + x + lastOfBlock);
+                for (std::ptrdiff_t at = x; at < x + block && at < width; at += stride) {
+                    const Bytes last = ofVector(sixteens + at + lastOfSquare);
+                    extreme = Extreme::of(extreme, ofVector(sixteens + at + lastOfBlock));
+                    put(at, Extreme::of(Extreme::of(extreme, load(ends + at)), last));
                 }
             }
-        const std::ptrdiff_t last = (side_ - 16) * step_, before = last - (Bytes::lanes - 16) * step_;
-        mapRow(out, width, stores_, [=](auto at) {
-            return Extreme::of(at.bytes(vectors), Extreme::of(at.bytes(sixteens + before), at.bytes(sixteens + last)));
-        });
     }
 
     Target dst_;

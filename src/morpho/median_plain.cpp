@@ -20,38 +20,28 @@ std::uint8_t median(const Column& a, const Column& b, const Column& c)
     return values[4];
 }
 
-template <class ColumnAt>
-void filterRow(std::uint8_t* out, std::ptrdiff_t count, int step, ColumnAt columnAt)
+// What is at column x of a row, when that may be one beyond its ends.
+std::uint8_t pixelAt(const std::uint8_t* row, std::ptrdiff_t x, std::ptrdiff_t width, const Border& border)
 {
-    for (std::ptrdiff_t first = 0; first < step; ++first) {
-        Column left = columnAt(first - step), here = columnAt(first);
-        for (std::ptrdiff_t x = first; x < count; x += step) {
-            const Column right = columnAt(x + step);
-            out[x] = median(left, here, right);
-            left = here;
-            here = right;
+    if (x >= 0 && x < width)
+        return row[x];
+    const std::ptrdiff_t nearest = x < 0 ? x + border.step : x - border.step;
+    return border.repeated ? row[nearest] : border.pixel[nearest % border.step];
+}
+
+void filter(const std::uint8_t* const* rows, const Target& out, const Border& border)
+{
+    for (std::ptrdiff_t y = 0; y < out.height; ++y)
+        for (std::ptrdiff_t x = 0; x < out.width; ++x) {
+            const auto column = [&](std::ptrdiff_t at) {
+                const auto pixel = [&](std::ptrdiff_t row) { return pixelAt(rows[row], at, out.width, border); };
+                return Column{pixel(y), pixel(y + 1), pixel(y + 2)};
+            };
+            out.data[y * out.pitch + x] = median(column(x - border.step), column(x), column(x + border.step));
         }
-    }
-}
-
-void constant(const MedianRows& rows, std::uint8_t* out, std::ptrdiff_t count, int step, const std::uint8_t* outside)
-{
-    filterRow(out, count, step, [&](std::ptrdiff_t x) {
-        const std::uint8_t border = outside[(x + step) % step];
-        const auto pixel = [&](const std::uint8_t* row) { return x >= 0 && x < count ? row[x] : border; };
-        return Column{pixel(rows.above), pixel(rows.here), pixel(rows.below)};
-    });
-}
-
-void replicated(const MedianRows& rows, std::uint8_t* out, std::ptrdiff_t count)
-{
-    filterRow(out, count, 1, [&](std::ptrdiff_t x) {
-        const std::ptrdiff_t nearest = x < 0 ? 0 : x < count ? x : count - 1;
-        return Column{rows.above[nearest], rows.here[nearest], rows.below[nearest]};
-    });
 }
 
 }  // namespace
 }  // namespace zkit::plain
 
-const zkit::MedianWorkers zkit::MedianWorkers::plain = {plain::constant, plain::replicated};
+const zkit::MedianWorkers zkit::MedianWorkers::plain = {plain::filter};

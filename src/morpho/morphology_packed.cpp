@@ -12,7 +12,7 @@
 // - Rows get the outside value before and behind them. Extremes of 4 pixels from each pixel on make those of 16, and
 //   those of wider squares are made of two to four of them, or by blocks again.
 #include "morpho/extreme_rows.h"
-#include "simd/neighbour_rows.h"
+#include "morpho/nine.h"
 
 namespace zkit::ZKIT_SET {
 namespace {
@@ -73,13 +73,28 @@ template <class Extreme>
     mapRow(out, width, Stores::cached, [=](auto at) { return Extreme::of(at.bytes(a), at.bytes(b)); });
 }
 
-// out = the extremes of `count` rows.
-template <class Extreme>
-void ofRows(const ColumnBlocks& columns, const Source& src, std::ptrdiff_t first, std::ptrdiff_t count,
-            std::uint8_t* out)
+// out = the extremes of rows row(0) to row(count - 1), of stretches that stay in registers.
+template <class Extreme, class RowAt>
+[[gnu::flatten]] void ofRows(std::ptrdiff_t count, RowAt row, std::uint8_t* out, std::ptrdiff_t width)
 {
-    for (std::ptrdiff_t i = 0; i < count; ++i)
-        ofTwo<Extreme>(columns.row(src, first + i), i == 0 ? columns.row(src, first) : out, out, columns.width);
+    constexpr int vectors = 8;
+    std::ptrdiff_t x = 0;
+    for (; x + vectors * Bytes::lanes <= width; x += vectors * Bytes::lanes) {
+        Bytes extremes[vectors];
+        const std::uint8_t* in = row(0) + x;
+        unrolled<vectors>([&](int k) { extremes[k] = load(in + k * Bytes::lanes); });
+        for (std::ptrdiff_t i = 1; i < count; ++i) {
+            in = row(i) + x;
+            unrolled<vectors>([&](int k) { extremes[k] = Extreme::of(extremes[k], load(in + k * Bytes::lanes)); });
+        }
+        unrolled<vectors>([&](int k) { store(out + x + k * Bytes::lanes, extremes[k]); });
+    }
+    mapRow(out + x, width - x, Stores::cached, [&](auto at) {
+        Bytes extreme = at.bytes(row(0) + x);
+        for (std::ptrdiff_t i = 1; i < count; ++i)
+            extreme = Extreme::of(extreme, at.bytes(row(i) + x));
+        return extreme;
+    });
 }
 
 // The extremes of the rows below the block that begins at row `top`, as far as its first square reaches: those that
@@ -95,14 +110,15 @@ const std::uint8_t* belowBlock(const ColumnBlocks& columns, const Source& src, s
     std::uint8_t* const all = segment(count);
     if (top == 0)
         for (std::ptrdiff_t i = 0; i < count; ++i)
-            ofRows<Extreme>(columns, src, (i + 1) * height + few, height, segment(i));
+            ofRows<Extreme>(
+                height, [&](std::ptrdiff_t y) { return columns.row(src, (i + 1) * height + few + y); }, segment(i),
+                columns.width);
     else if (count > 0)
         ofTwo<Extreme>(columns.sofar, columns.sofar, segment((top / height - 1) % count), columns.width);
-    ofTwo<Extreme>(last, last, all, columns.width);
-    for (std::ptrdiff_t i = 0; i < few; ++i)
-        ofTwo<Extreme>(columns.row(src, top + height + i), all, all, columns.width);
-    for (std::ptrdiff_t i = 0; i < count; ++i)
-        ofTwo<Extreme>(segment(i), all, all, columns.width);
+    const auto row = [&](std::ptrdiff_t i) -> const std::uint8_t* {
+        return i < few ? columns.row(src, top + height + i) : i < few + count ? segment(i - few) : last;
+    };
+    ofRows<Extreme>(few + count + 1, row, all, columns.width);
     return all;
 }
 
@@ -188,45 +204,12 @@ void filterSquares(const Source& src, const Target& dst, const Squares& squares,
     }
 }
 
-// 3 x 3 pixels.
-template <class Extreme>
-struct Nine {
-    Bytes column;
-
-    Nine(Bytes above, Bytes here, Bytes below) : column(Extreme::of(Extreme::of(above, here), below)) {}
-
-    template <int step>
-    static Bytes filtered(const Nine& previous, const Nine& here, const Nine& next)
-    {
-        return Extreme::of(Extreme::of(before<step>(previous.column, here.column), here.column),
-                           after<step>(here.column, next.column));
-    }
-};
-
-// A single pass. In place it keeps the last two rows as they were.
-template <class Extreme>
-void filterNine(const Source& src, const Target& dst, const Squares& squares, std::uint8_t* memory)
-{
-    std::uint8_t *const outside = memory, *const kept = memory + dst.width;
-    fillOutside(outside, dst.width, squares);
-    const Constant border(squares.outside, squares.step);
-    const std::uint8_t* above = outside;
-    for (std::ptrdiff_t y = 0; y < dst.height; ++y) {
-        const std::uint8_t* here = src.data + y * src.pitch;
-        const std::uint8_t* const below = y + 1 < dst.height ? here + src.pitch : outside;
-        if (src.data == dst.data)
-            here = static_cast<const std::uint8_t*>(
-                __builtin_memcpy(kept + y % 2 * dst.width, here, static_cast<std::size_t>(dst.width)));
-        filterRow<Nine<Extreme>>(above, here, below, dst.data + y * dst.pitch, dst.width, squares.step, border);
-        above = here;
-    }
-}
-
 template <class Extreme>
 void filter(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
 {
     if (squares.reach == 1)
-        filterNine<Extreme>(src, dst, squares, memory);
+        filterBands(src, dst, {squares.step, false, {squares.outside[0], squares.outside[1], squares.outside[2]}},
+                    ofNine<Extreme>, Above::unfiltered, memory);
     else
         filterSquares<Extreme>(src, dst, squares, stores, memory);
 }

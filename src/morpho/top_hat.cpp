@@ -53,7 +53,7 @@ void filterAndSubtract(ZROI<T>* src, ZROI<T>* dst, int n, Filter filter, Combine
     const std::int64_t pitch = rowBytes / 128 * 128 + 192;  // rows do not fall on the same lines of the cache
     const std::int64_t rows = std::max(bandBytes / pitch, 8 * around);
     std::unique_ptr<std::uint8_t[]> memory;
-    if (rows < height)
+    if (rowBytes > 0 && rows < height)
         memory.reset(new (std::nothrow) std::uint8_t[static_cast<std::size_t>((rows + 2 * around) * pitch)]);
     if (!memory) {
         filter(src, dst);

@@ -50,61 +50,60 @@ struct Neighbours {
 };
 
 // What lies beyond the ends of a row: the vectors before its first pixel and after its last one, of which only the
-// nearest `step` bytes matter.
-struct ZerosOutside {
-    template <int step>
-    static Bytes before(const std::uint8_t*)
+// nearest pixel matters.
+template <int step>
+class Outside {
+public:
+    explicit Outside(const Border& border)
+        : repeated_(border.repeated), before_(endingWith(border.pixel)), after_(beginningWith(border.pixel))
     {
-        return broadcast(0);
     }
 
-    template <int step>
-    static Bytes after(const std::uint8_t*)
-    {
-        return broadcast(0);
-    }
-};
+    Bytes before(const std::uint8_t* first) const { return repeated_ ? endingWith(first) : before_; }
+    Bytes after(const std::uint8_t* end) const { return repeated_ ? beginningWith(end - step) : after_; }
 
-struct RepeatedOutside {
-    template <int step>
-    static Bytes before(const std::uint8_t* first)
+private:
+    static Bytes endingWith(const std::uint8_t* pixel) { return with(pixel, Bytes::lanes - step); }
+    static Bytes beginningWith(const std::uint8_t* pixel) { return with(pixel, 0); }
+
+    static Bytes with(const std::uint8_t* pixel, int place)
     {
         if constexpr (step == 1)
-            return broadcast(first[0]);
-        std::uint8_t pixels[Bytes::lanes] = {};
-        __builtin_memcpy(pixels + Bytes::lanes - step, first, step);
-        return load(pixels);
+            return broadcast(pixel[0]);
+        std::uint8_t bytes[Bytes::lanes] = {};
+        __builtin_memcpy(bytes + place, pixel, step);
+        return load(bytes);
     }
 
-    template <int step>
-    static Bytes after(const std::uint8_t* end)
-    {
-        if constexpr (step == 1)
-            return broadcast(end[-1]);
-        std::uint8_t pixels[Bytes::lanes] = {};
-        __builtin_memcpy(pixels, end - step, step);
-        return load(pixels);
-    }
+    bool repeated_;
+    Bytes before_, after_;
 };
 
 // Vectors of pixels at an address with their neighbours: within a row, at its beginning and at its end.
 template <int step>
-Neighbours<step> within(const std::uint8_t* p)
-{
-    return {load(p - step), load(p), load(p + step)};
-}
+struct Within {
+    Neighbours<step> operator()(const std::uint8_t* p) const { return {load(p - step), load(p), load(p + step)}; }
+};
 
-template <class Outside, int step>
-Neighbours<step> first(const std::uint8_t* p)
-{
-    return {before<step>(Outside::template before<step>(p), load(p)), load(p), load(p + step)};
-}
+template <int step>
+struct First {
+    Outside<step> outside;
 
-template <class Outside, int step>
-Neighbours<step> last(const std::uint8_t* p)
-{
-    return {load(p - step), load(p), after<step>(load(p), Outside::template after<step>(p + Bytes::lanes))};
-}
+    Neighbours<step> operator()(const std::uint8_t* p) const
+    {
+        return {before<step>(outside.before(p), load(p)), load(p), load(p + step)};
+    }
+};
+
+template <int step>
+struct Last {
+    Outside<step> outside;
+
+    Neighbours<step> operator()(const std::uint8_t* p) const
+    {
+        return {load(p - step), load(p), after<step>(load(p), outside.after(p + Bytes::lanes))};
+    }
+};
 
 template <class R>
 R rowOf(Bytes (*filter)(const R& above, const R& here, const R& below));
@@ -118,12 +117,12 @@ struct Formula {
 };
 
 // The columns from x on; neighbours(p) are those of the pixels at p.
-template <auto neighbours, class Filter>
+template <class Filter, class NeighboursAt>
 [[gnu::flatten]] void filterColumns(const Filter filter, const std::uint8_t* const* rows, const Target& out,
-                                    std::ptrdiff_t x)
+                                    std::ptrdiff_t x, const NeighboursAt& neighbours)
 {
     using Row = typename Filter::Row;
-    const auto at = [=](std::ptrdiff_t y) { return Row(neighbours(rows[y] + x)); };
+    const auto at = [&, rows, x](std::ptrdiff_t y) { return Row(neighbours(rows[y] + x)); };
     std::uint8_t* result = out.data + x;
     const auto put = [&result, pitch = out.pitch](Bytes pixels) {
         store(result, pixels);
@@ -149,9 +148,40 @@ template <auto neighbours, class Filter>
     }
 }
 
+// How a filter takes the vectors within rows, those at the ends aside: down a band of all its rows, written out one
+// after the other, so that their addresses stay in registers.
+struct DownTheBand {
+    // Filters vectors from column x on, none beyond column `last`, where the last one of the row begins. Returns the
+    // first column that is left.
+    template <int step, class Filter>
+    [[gnu::flatten]] static std::ptrdiff_t within(const Filter filter, const std::uint8_t* const* rows,
+                                                  const Target& out, std::ptrdiff_t x, std::ptrdiff_t last)
+    {
+        using Row = typename Filter::Row;
+        if (out.height != rowsOfBand)
+            return x;
+        const std::uint8_t* from[rowsOfBand + 2];
+        unrolled<rowsOfBand + 2>([&](int i) { from[i] = rows[i]; });
+        const std::ptrdiff_t pitch = out.pitch;
+        std::uint8_t *const upper = out.data, *const lower = upper + 3 * pitch;
+        for (; x + step <= last; x += Bytes::lanes) {
+            const auto at = [&](int i) { return Row(Within<step>()(from[i] + x)); };
+            Row above = at(0), here = at(1);
+            unrolled<rowsOfBand>([&](int i) {
+                const Row below = at(i + 2);
+                store((i < 3 ? upper + i * pitch : lower + (i - 3) * pitch) + x, filter(above, here, below));
+                above = here;
+                here = below;
+            });
+        }
+        return x;
+    }
+};
+
 // Rows that are too short for a vector at either end are filtered among what lies outside them.
-template <class Outside, int step, class Filter>
-void filterShortRows(const Filter& filter, const std::uint8_t* const* rows, const Target& out)
+template <class Filter, int step>
+void filterShortRows(const Filter& filter, const std::uint8_t* const* rows, const Target& out,
+                     const Outside<step>& outside)
 {
     constexpr int most = 2 * Bytes::lanes;  // pixels that are filtered, whatever the width
     std::uint8_t padded[rowsOfBand + 2][2 * most] = {}, filtered[rowsOfBand][most];
@@ -160,46 +190,49 @@ void filterShortRows(const Filter& filter, const std::uint8_t* const* rows, cons
         paddedRows[y] = padded[y] + Bytes::lanes;
     for (std::ptrdiff_t y = 0; y < out.height + 2; ++y) {
         std::uint8_t* const row = padded[y] + Bytes::lanes;
-        store(row - Bytes::lanes, Outside::template before<step>(rows[y]));
+        store(row - Bytes::lanes, outside.before(rows[y]));
         __builtin_memcpy(row, rows[y], static_cast<std::size_t>(out.width));
-        store(row + out.width, Outside::template after<step>(rows[y] + out.width));
+        store(row + out.width, outside.after(rows[y] + out.width));
     }
     for (int x = 0; x < most; x += Bytes::lanes)
-        filterColumns<within<step>>(filter, paddedRows, {filtered[0], most, most, out.height}, x);
+        filterColumns(filter, paddedRows, {filtered[0], most, most, out.height}, x, Within<step>());
     for (std::ptrdiff_t y = 0; y < out.height; ++y)
         __builtin_memcpy(out.data + y * out.pitch, filtered[y], static_cast<std::size_t>(out.width));
 }
 
-template <class Outside, int step, class Filter>
-void filterRowsOf(const Filter& filter, const std::uint8_t* const* rows, const Target& out)
+template <class Walk, class Filter, int step>
+void filterRowsOf(const Filter& filter, const std::uint8_t* const* rows, const Target& out,
+                  const Outside<step>& outside)
 {
     if (out.width < Bytes::lanes + step) {
-        filterShortRows<Outside, step>(filter, rows, out);
+        filterShortRows(filter, rows, out, outside);
         return;
     }
     // The last two vectors end with the row and with the last pixel that has a right neighbour; they may repeat
     // columns.
-    const std::ptrdiff_t end = out.width - Bytes::lanes;
-    filterColumns<first<Outside, step>>(filter, rows, out, 0);
-    for (std::ptrdiff_t x = Bytes::lanes; x < end; x += Bytes::lanes)
-        filterColumns<within<step>>(filter, rows, out, x < end - step ? x : end - step);
-    filterColumns<last<Outside, step>>(filter, rows, out, end);
+    const std::ptrdiff_t last = out.width - Bytes::lanes;
+    filterColumns(filter, rows, out, 0, First<step>{outside});
+    std::ptrdiff_t x = Walk::template within<step>(filter, rows, out, Bytes::lanes, last);
+    for (; x < last; x += Bytes::lanes)
+        filterColumns(filter, rows, out, x < last - step ? x : last - step, Within<step>());
+    filterColumns(filter, rows, out, last, Last<step>{outside});
 }
 
-template <class Outside, class Filter>
-void filterBandWith(const Filter& filter, const std::uint8_t* const* rows, const Target& out, int step)
+// A worker of type FilterBand, but for the filter.
+template <class Filter, class Walk = DownTheBand>
+void filterBandWith(const Filter& filter, const std::uint8_t* const* rows, const Target& out, const Border& border)
 {
-    if (step == 1)
-        filterRowsOf<Outside, 1>(filter, rows, out);
+    if (border.step == 1)
+        filterRowsOf<Walk>(filter, rows, out, Outside<1>(border));
     else
-        filterRowsOf<Outside, 3>(filter, rows, out);
+        filterRowsOf<Walk>(filter, rows, out, Outside<3>(border));
 }
 
 // A worker of type FilterBand.
-template <auto filter, class Outside>
-void filterBand(const std::uint8_t* const* rows, const Target& out, int step)
+template <auto filter, class Walk = DownTheBand>
+void filterBand(const std::uint8_t* const* rows, const Target& out, const Border& border)
 {
-    filterBandWith<Outside>(Formula<filter>{}, rows, out, step);
+    filterBandWith<Formula<filter>, Walk>({}, rows, out, border);
 }
 
 }  // namespace

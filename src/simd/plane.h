@@ -26,10 +26,17 @@ struct Target {
 // bytes apart, these and the eight that they are made from are all that a first-level cache has room for.
 constexpr int rowsOfBand = 6;
 
+// What a 3 x 3 filter takes for the pixels around the region: copies of the outermost ones, or one pixel everywhere.
+// Pixels are `step` bytes (1, or 3 for colour).
+struct Border {
+    int step;
+    bool repeated;
+    std::uint8_t pixel[3];
+};
+
 // Neighbouring rows of a 3 x 3 filter, as many as `out` is high: row i from rows[i] above it, rows[i + 1] at its place
 // and rows[i + 2] below it, which share no byte with `out`. They are as wide as `out`, whose width is above 0 and
-// counts bytes; neighbours to the left and right are `step` bytes away (1, or 3 for colour). What lies beyond the ends
-// of the rows is the filter's own rule.
-using FilterBand = void (*)(const std::uint8_t* const* rows, const Target& out, int step);
+// counts bytes; the border says what lies beyond their ends.
+using FilterBand = void (*)(const std::uint8_t* const* rows, const Target& out, const Border& border);
 
 }  // namespace zkit

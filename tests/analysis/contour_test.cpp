@@ -90,6 +90,13 @@ TEST_F(ContourTest, the_edge)
     // Back from the pixel that has met the edge: a path ends there.
     EXPECT_EQ(outline(image, CONTOUR_CLOCKWISE_THEN_BACK, 2, 1), (Positions{{5, 1}}));
     EXPECT_FAILURE(1503, "ImgContour (ZPathVector)");
+    // The path is not asked for room that it need not have.
+    draw(image, "111 000");
+    EXPECT_FAILURE(0);
+    ZPathVector path(1);
+    ImgContour(&image, CONTOUR_CLOCKWISE_THEN_BACK, 1, 0, CONTOUR_THRESHOLD_ABOVE, 1, CONNEXITY_4, &path);
+    EXPECT_EQ(path.GetMaxElements(), 1U);
+    EXPECT_FAILURE(1503, "ImgContour (ZPathVector)");
 }
 
 // A ring that touches the lower edge: the walk back from there follows its hole, and the hole's outline closes.

@@ -22,7 +22,7 @@ done
 
 mapfile -t families < <(grep -rhoE 'struct [A-Za-z0-9]+Workers' src | awk '{ print $2 }')
 for family in "${families[@]}"; do
-    grep -rq "Sets<$family>" tests/workers || missing "$family is not driven in tests/workers"
+    grep -rqE "(Sets|Bands)<$family>" tests/workers || missing "$family is not driven in tests/workers"
 done
 echo "${#operations[@]} operations, ${#families[@]} families of workers"
 exit $status

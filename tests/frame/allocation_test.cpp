@@ -241,6 +241,42 @@ const std::vector<Row> otherOperations = {
     {"ImgShrink (C24)", {1303}, [] { ImgShrink(&colour.src, &colour.dst); }},
 };
 
+const std::vector<Row> temporalOperations = {
+    {"ImgSwapFrames", {1303}, [] { ImgSwapFrames(&grey.src, &grey.dst); }},
+    {"ImgRealignFrame", {1303}, [] { ImgRealignFrame(&grey.src, &grey.dst, 1, 0); }},
+    {"ImgRealignFrame by more", {1303}, [] { ImgRealignFrame(&grey.src, &grey.src, 20, 0); }},
+    {"ImgRebuildFrame", {1303}, [] { ImgRebuildFrame(&colour.src, &colour.dst, 0); }},
+    {"ZMovingAverage",
+     {1303},
+     [] {
+         ZMovingAverage average(3, 16, 16, 0);
+         if (ZGetError() == Z_OK)
+             average.Average(&grey.src, &grey.dst);
+     }},
+    {"ImgRecursiveAverage",
+     {1303},
+     [] {
+         ZBW16Vector lut;
+         ImgSetRecursiveAverageLUT(&lut, 2, 0);
+         ImgRecursiveAverage(over<ZBW8>(wide), &wide.dst, &grey.dst, &lut);
+         ImgRecursiveAverage(&grey.src, &wide.dst, over<ZBW8>(wide), &lut);
+     }},
+    {"ImgWarp",
+     {1303},
+     [] {
+         static ZImage<ZBW16> map(16, 16);
+         ImgWarp(&grey.src, &grey.dst, &map, &map, 0, 0);
+         static ZImage<ZBW32> packed(16, 16);
+         ImgWarp(&grey.src, &grey.dst, &packed);
+     }},
+    {"ImgSetCircleWarp",
+     {1303},
+     [] {
+         ZImage<ZBW16> mapX, mapY;
+         ImgSetCircleWarp(0, 0, 3, 1, 2, 3, 0, 90, &mapX, &mapY);
+     }},
+};
+
 void expectAll(const std::vector<Row>& rows)
 {
     for (const Row& row : rows) {
@@ -262,6 +298,8 @@ protected:
 TEST_F(AllocationTest, operations_on_images) { expectAll(imageOperations); }
 
 TEST_F(AllocationTest, histograms_thresholds_and_geometry) { expectAll(otherOperations); }
+
+TEST_F(AllocationTest, sequences_and_warping) { expectAll(temporalOperations); }
 
 // Nothing is raised, and only the neighbours to the left and right count.
 TEST_F(AllocationTest, morphology_leaves_columns_out)

@@ -36,6 +36,12 @@ ZC24Vector colours;
 ZPeaksVector peaks;
 ZKernel kernel(KERNEL_LOWPASS_1);
 
+// A table for averages.
+struct Corrections : ZBW16Vector {
+    Corrections() { SetNumElements(8191); }
+};
+Corrections corrections;
+
 // 256 empty bins.
 struct NoPixels : ZBW8HistogramVector {
     NoPixels() : ZBW8HistogramVector(256)
@@ -61,6 +67,15 @@ template <class Path>
 void follow(ZROI<ZBW8>* region, Path* path)
 {
     ImgContour(region, CONTOUR_CLOCKWISE_ALONG_EDGE, 0, 0, CONTOUR_THRESHOLD_BELOW, 255, CONNEXITY_8, path);
+}
+
+// A map as large as the given region.
+template <class T>
+ZImage<T>* mapFor(const ZGenericROI* region)
+{
+    static ZImage<T> map(8, 8);
+    map.SetPlacement(0, 0, region ? region->GetWidth() : 8, region ? region->GetHeight() : 8);
+    return &map;
 }
 
 const std::vector<Row<ZBW8>> greyOperations = {
@@ -128,6 +143,13 @@ const std::vector<Row<ZBW8>> greyOperations = {
     {"ImgBlackTopHat", [](auto roi) { ImgBlackTopHat(roi, beside<ZBW8>(roi), 2, 0, 255); }},
     {"ImgMedian", [](auto roi) { ImgMedian(roi, roi, 0); }},
     {"ImgMedian", [](auto roi) { ImgMedian(roi, roi); }},
+    {"ImgWarp", [](auto roi) { ImgWarp(roi, roi, mapFor<ZBW16>(roi), mapFor<ZBW16>(roi), 0, 0); }},
+    {"ImgWarp", [](auto roi) { ImgWarp(roi, roi, mapFor<ZBW32>(roi)); }},
+    {"ImgSwapFrames (ZBW8)", [](auto roi) { ImgSwapFrames(roi, roi); }},
+    {"ImgRealignFrame (ZBW8)", [](auto roi) { ImgRealignFrame(roi, roi, 1, 0); }},
+    {"ImgRebuildFrame (ZBW8)", [](auto roi) { ImgRebuildFrame(roi, roi, 0); }},
+    {"ImgMatchFrames (ZBW8)", [](auto roi) { ImgMatchFrames(roi, 0, -1, 1, r.between); }},
+    {"ImgRecursiveAverage", [](auto roi) { ImgRecursiveAverage(roi, beside<ZBW16>(roi), roi, &corrections); }},
     {"ImgHistogram", [](auto roi) { ImgHistogram(roi, &histogram); }},
     {"ImgHistogram (ZVector)", [](auto roi) { ImgHistogram(roi, &untyped); }},
     {"ImgEqualize", [](auto roi) { ImgEqualize(roi, roi); }},
@@ -164,6 +186,9 @@ const std::vector<Row<ZBW8>> vectorOperations = {
     {"ImgAnalyseHistogram", [](auto) { ImgAnalyseHistogram(&untyped, 0, 255, 7, r.f0); }},
     {"ImgHistogramThreshold",
      [threshold = 9U](auto) mutable { ImgHistogramThreshold(&histogram, threshold, r.f0, r.f1, 0, 0, 255); }},
+    {"ImgSetRecursiveAverageLUT", [](auto) { ImgSetRecursiveAverageLUT(&corrections, 1, 0); }},
+    {"ImgSetCircleWarp",
+     [](auto roi) { ImgSetCircleWarp(0, 0, 8, 1, 1, 8, 0, 0, mapFor<ZBW16>(roi), mapFor<ZBW16>(roi)); }},
     {"ImgIsodataThreshold (ZVector)", [](auto) { ImgIsodataThreshold(&untyped, 0, 255); }},
     {"ImgGetProfilePeaks", [](auto) { ImgGetProfilePeaks(&entries, &peaks, 0, 0, 0, 0); }},
     {"ImgProfileDerivative", [](auto) { ImgProfileDerivative(&entries, &entries); }},
@@ -214,6 +239,11 @@ const std::vector<Row<ZC24>> colourOperations = {
     {"ImgWhiteTopHat (C24)", [](auto roi) { ImgWhiteTopHat(roi, roi, 2, {}, {}); }},
     {"ImgBlackTopHat (C24)", [](auto roi) { ImgBlackTopHat(roi, roi, 2, {}, {}); }},
     {"ImgMedian (C24)", [](auto roi) { ImgMedian(roi, roi, {}); }},
+    {"ImgWarp (C24)", [](auto roi) { ImgWarp(roi, roi, mapFor<ZBW16>(roi), mapFor<ZBW16>(roi), 0, 0); }},
+    {"ImgSwapFrames (ZC24)", [](auto roi) { ImgSwapFrames(roi, roi); }},
+    {"ImgRealignFrame (ZC24)", [](auto roi) { ImgRealignFrame(roi, roi, 1, 0); }},
+    {"ImgRebuildFrame (ZC24)", [](auto roi) { ImgRebuildFrame(roi, roi, 0); }},
+    {"ImgMatchFrames (ZC24)", [](auto roi) { ImgMatchFrames(roi, 0, -1, 1, r.between); }},
     {"ImgVerticalMirror (color)", [](auto roi) { ImgVerticalMirror(roi); }},
     {"ImgImageToPath (C24)", [](auto roi) { ImgImageToPath(roi, &colourPath); }},
     {"ImgPathToImage (C24)", [](auto roi) { ImgPathToImage(roi, &colourPath); }},

@@ -87,6 +87,21 @@ struct Argument<ZROI<T>*> {
     ZROI<T>* value;
 };
 
+// Maps, mostly as large as the regions that can be used.
+template <class T>
+struct Argument<ZImage<T>*> {
+    explicit Argument(Random& random) : image(random(0, 15) ? 6 : random(0, 9), random(0, 15) ? 8 : random(0, 9))
+    {
+        if (image.GetPixelPtr(0, 0))
+            fill(image, random);
+        value = random(0, 31) ? &image : nullptr;
+    }
+    Argument(const Argument&) = delete;
+
+    ZImage<T> image;
+    ZImage<T>* value;
+};
+
 template <>
 struct Argument<ZVector*> {
     explicit Argument(Random& random) : vector(random(0, 4))
@@ -108,8 +123,8 @@ requires requires(Vector vector) { vector.SetNumElements(0); }
 struct Argument<Vector*> {
     explicit Argument(Random& random)
     {
-        const unsigned int counts[] = {0, 1, 2, 8, 255, 256, 257};
-        vector.SetNumElements(counts[random(0, 6)]);
+        const unsigned int counts[] = {0, 1, 2, 8, 255, 256, 257, 8191};
+        vector.SetNumElements(counts[random(0, 7)]);
         for (unsigned int i = 0; i < vector.GetNumElements() * sizeof *vector.GetDataPtr(); ++i)
             reinterpret_cast<std::uint8_t*>(vector.GetDataPtr())[i] = static_cast<std::uint8_t>(random(0, 255));
         value = random(0, 15) ? &vector : nullptr;
@@ -194,6 +209,7 @@ using Grey = ZROI<ZBW8>*;
 using Wide = ZROI<ZBW16>*;
 using Colour = ZROI<ZC24>*;
 using Bits = ZROI<ZBW1>*;
+using Map = ZImage<ZBW16>*;
 using Code = ARITH_LOGIC_OPERATIONS;
 
 const Row rows[] = {
@@ -286,6 +302,8 @@ const Row rows[] = {
     row<void(Colour, ZC24, int, int, int, int)>("ImgLineSegmentToImage", ImgLineSegmentToImage),
     row<short(Grey, Grey, ZVector*)>("ImgLut", ImgLut),
     row<void(Grey, Grey, ZBW8Vector*)>("ImgLut", ImgLut),
+    row<void(Grey, int, int, int, int&)>("ImgMatchFrames", ImgMatchFrames),
+    row<void(Colour, int, int, int, int&)>("ImgMatchFrames", ImgMatchFrames),
     row("ImgMaxEntropyThreshold", ImgMaxEntropyThreshold),
     row<short(Grey, Grey, int)>("ImgMedian", ImgMedian),
     row<void(Grey, Grey)>("ImgMedian", ImgMedian),
@@ -333,6 +351,11 @@ const Row rows[] = {
     row<short(Grey, ZVector*)>("ImgProjectOnAColumn", ImgProjectOnAColumn),
     row<void(Grey, ZBW32Vector*)>("ImgProjectOnARow", ImgProjectOnARow),
     row<short(Grey, ZVector*)>("ImgProjectOnARow", ImgProjectOnARow),
+    row<void(Grey, Grey, int, unsigned)>("ImgRealignFrame", ImgRealignFrame),
+    row<void(Colour, Colour, int, unsigned)>("ImgRealignFrame", ImgRealignFrame),
+    row<void(Grey, Grey, unsigned)>("ImgRebuildFrame", ImgRebuildFrame),
+    row<void(Colour, Colour, unsigned)>("ImgRebuildFrame", ImgRebuildFrame),
+    row("ImgRecursiveAverage", ImgRecursiveAverage),
     row<void(Grey, Grey, float, float, float, float, int)>("ImgRegister", ImgRegister),
     row<void(Colour, Colour, float, float, float, float, int)>("ImgRegister", ImgRegister),
     row<void(Grey, Grey, float, float, float, float, float, float, float, float, int, int)>("ImgRegister", ImgRegister),
@@ -342,12 +365,16 @@ const Row rows[] = {
     row<float(Grey, Wide, unsigned, IMG_REFERENCE_NOISE)>("ImgRmsNoise", ImgRmsNoise),
     row<short(Grey, float, float, float, float, float, float, float, Grey, int)>("ImgScaleRotate", ImgScaleRotate),
     row<void(Colour, float, float, float, float, float, float, float, Colour, int)>("ImgScaleRotate", ImgScaleRotate),
+    row("ImgSetCircleWarp", ImgSetCircleWarp),
+    row("ImgSetRecursiveAverageLUT", ImgSetRecursiveAverageLUT),
     row<void(ZBW8HistogramVector*, ZBW8Vector*)>("ImgSetupEqualize", ImgSetupEqualize),
     row<void(ZVector*, ZVector*)>("ImgSetupEqualize", ImgSetupEqualize),
     row<short(Grey, Grey)>("ImgShrink", ImgShrink),
     row<void(Colour, Colour)>("ImgShrink", ImgShrink),
     row<float(Grey, Grey, IMG_REFERENCE_NOISE)>("ImgSignalNoiseRatio", ImgSignalNoiseRatio),
     row<float(Grey, Wide, unsigned, IMG_REFERENCE_NOISE)>("ImgSignalNoiseRatio", ImgSignalNoiseRatio),
+    row<void(Grey, Grey)>("ImgSwapFrames", ImgSwapFrames),
+    row<void(Colour, Colour)>("ImgSwapFrames", ImgSwapFrames),
     row<short(Grey, Grey, unsigned, ZBW8, ZBW8, float)>("ImgThreshold", ImgThreshold),
     row<void(Grey, Bits, unsigned)>("ImgThreshold", ImgThreshold),
     row<void(Bits, Grey, ZBW8, ZBW8)>("ImgThreshold", ImgThreshold),
@@ -357,6 +384,9 @@ const Row rows[] = {
     row<void(Grey, ZBW8, Grey, ZBW8, Grey, Grey)>("ImgUniformize", ImgUniformize),
     row<void(Grey)>("ImgVerticalMirror", ImgVerticalMirror),
     row<void(Colour)>("ImgVerticalMirror", ImgVerticalMirror),
+    row<short(Grey, Grey, Map, Map, int, int)>("ImgWarp", ImgWarp),
+    row<void(Colour, Colour, Map, Map, int, int)>("ImgWarp", ImgWarp),
+    row<short(Grey, Grey, ZImage<ZBW32>*)>("ImgWarp", ImgWarp),
     row<void(Grey, float&, float&, float&)>("ImgWeighedMoments", ImgWeighedMoments),
     row<void(Grey, float&, float&, float&, float&, float&, float&)>("ImgWeighedMoments", ImgWeighedMoments),
     row<short(Grey, Grey, int, int, int)>("ImgWhiteTopHat", ImgWhiteTopHat),
@@ -364,6 +394,28 @@ const Row rows[] = {
 };
 
 class HostileTest : public OperationTest {};
+
+TEST_F(HostileTest, moving_averages_of_any_size)
+{
+    Random random(67);
+    ZMovingAverage average;
+    for (int round = 0; round < 2000; ++round) {
+        SCOPED_TRACE(round);
+        ZSetMMX(round % 2);
+        const Argument<int> width(random), holds(random);
+        if (random(0, 3) == 0)
+            average.SetSize(Argument<unsigned int>(random).value, random(0, 3) ? 6 : width.value, 8, holds.value % 2);
+        const Argument<Grey> src(random), dst(random);
+        ZClearError();
+        if (random(0, 1))
+            average.Average(src.value, dst.value);
+        else
+            average.Average(dst.value);
+        takeFailure();
+        EXPECT_TRUE(average.GetSrcImage() || takeFailure().code != Z_OK);
+    }
+    ZSetMMX(1);
+}
 
 TEST_F(HostileTest, every_operation_ends_in_a_code_or_a_result)
 {

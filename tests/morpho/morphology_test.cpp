@@ -179,6 +179,9 @@ TEST_F(MorphologyTest, large_top_hats)
         ImgBlackTopHat(&src, &dst, n, {9, 99, 200}, {20, 120, 220});
         EXPECT_EQ(bytesOf(dst), bytesOf(expected)) << n;
     }
+    ZImage<ZBW8> one(8, 2000), other(8, 2000);
+    ZROI<ZBW8> none(&one, 2, 0, 0, 2000), noneOther(&other, 2, 0, 0, 2000);
+    EXPECT_EQ(ImgWhiteTopHat(&none, &noneOther, 1, 255, 0), 0);
 }
 
 // Two images may share memory.

@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <memory>
+#include <span>
 #include <vector>
 
 // A packed table of workers and the name of its instruction set.
@@ -109,4 +111,34 @@ void forAwkwardRowsOfSets(Check check)
             SCOPED_TRACE(testing::Message() << set.name << ' ' << kind << ' ' << width);
             check(set, random, kind, width);
         });
+}
+
+// 3 x 3 filters on bands of every height with every kind of border.
+template <class Workers>
+void expectSameBands(std::span<zkit::FilterBand Workers::*const> filters)
+{
+    forAwkwardRowsOfSets<Workers>([&](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        const int step = width % 3 == 0 && random(0, 1) ? 3 : 1, height = random(1, zkit::rowsOfBand);
+        if (width == 0)
+            return;
+        const auto some = [&] { return static_cast<std::uint8_t>(random(0, 255)); };
+        const zkit::Border border{step, random(0, 1) == 1, {some(), some(), some()}};
+        std::array<std::unique_ptr<Pixels>, zkit::rowsOfBand + 2> pixels;
+        std::array<const std::uint8_t*, zkit::rowsOfBand + 2> rows{};
+        for (std::size_t i = 0; i < static_cast<std::size_t>(height) + 2; ++i) {
+            pixels[i] = std::make_unique<Pixels>(random, random(0, 3) ? kind : Pixels::noise, width, 1);
+            rows[i] = pixels[i]->row();
+        }
+        const Pixels before(random, Pixels::noise, width + 9, height);
+        for (const auto& filter : filters) {
+            Pixels plain(before), packed(before);
+            const auto run = [&](const Workers& workers, Pixels& out) {
+                (workers.*filter)(rows.data(), {out.row() + 5, before.source().pitch, width, height}, border);
+            };
+            run(Workers::plain, plain);
+            run(*set.workers, packed);
+            ASSERT_EQ(packed.all(), plain.all()) << "filter " << (&filter - filters.data()) << ", step " << step
+                                                 << ", height " << height << ", repeated " << border.repeated;
+        }
+    });
 }

@@ -1,54 +1,13 @@
 // The command as its users run it: exit status, output, complaints.
-#include "writers.h"
+#include "command.h"
 
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <png.h>
-#include <sys/wait.h>
-
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-
-namespace {
-
-struct Result {
-    int status;
-    std::string output, complaints;
-};
-
-class Command : public testing::Test {
-protected:
-    // Runs the tool with arguments for the shell.
-    Result run(const std::string& arguments, const std::string& output = "output")
-    {
-        const std::string command =
-            "cd '" + (folder_ / "").string() + "' && '" ZKIT_TOOL "' " + arguments + " >" + output + " 2>complaints";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents("output"), contents("complaints")};
-    }
-
-    void writeGrey(const std::string& name) const
-    {
-        folder_.write(name, writePng({4, 2, 8, 1, {10, 20, 30, 200, 0, 0, 200, 200}}, PNG_COLOR_TYPE_GRAY));
-    }
-
-    std::string contents(const std::string& name) const
-    {
-        std::ifstream stream(folder_ / name);
-        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    }
-
-    TemporaryFolder folder_;
-};
-
-}  // namespace
 
 TEST_F(Command, MeasuresFilesAsText)
 {
     writeGrey("grey.png");
     folder_.write("colour.ppm", bytesOf("P3 2 1 255  1 2 3  5 4 3\n"));
-    const Result result = run("measure grey.png colour.ppm");
+    const CommandResult result = run("measure grey.png colour.ppm");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.complaints, "");
     for (const char* text : {"grey.png\n", "4 x 2 pixels", "8-bit grey", "3 pixels above 128", "colour.ppm\n",
@@ -60,7 +19,7 @@ TEST_F(Command, MeasuresFilesAsJson)
 {
     writeGrey("grey.png");
     folder_.write("uniform.ppm", bytesOf("P3 1 1 255  1 2 3\n"));
-    const Result result = run("measure --json --threshold 20 --roi 0,0,1,1 uniform.ppm grey.png missing.png");
+    const CommandResult result = run("measure --json --threshold 20 --roi 0,0,1,1 uniform.ppm grey.png missing.png");
     EXPECT_EQ(result.status, 1);
     const auto json = nlohmann::json::parse(result.output);
     ASSERT_EQ(json.size(), 3U);
@@ -89,7 +48,7 @@ TEST_F(Command, OneLineForEachBadFileAndTheOthersAreMeasured)
     truncated.resize(60);
     folder_.write("truncated.png", truncated);
     folder_.write("huge.pgm", bytesOf("P5 65535 65535 255\n"));
-    const Result result = run("measure missing.png truncated.png huge.pgm . good.png");
+    const CommandResult result = run("measure missing.png truncated.png huge.pgm . good.png");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.complaints, "missing.png: there is no such file\n"
                                  "truncated.png: PNG: the file is truncated\n"
@@ -108,7 +67,7 @@ TEST_F(Command, DrawsTheHistogram)
     EXPECT_EQ(drawing.substr(drawing.size() - 7), "</svg>\n");
 
     for (const char* arguments : {"--plot plot.gif grey.png", "--plot missing/plot.png grey.png"}) {
-        const Result result = run(std::string("measure ") + arguments);
+        const CommandResult result = run(std::string("measure ") + arguments);
         EXPECT_EQ(result.status, 1) << arguments;
         EXPECT_EQ(result.complaints.find("grey.png: "), 0U) << result.complaints;
     }
@@ -119,7 +78,7 @@ TEST_F(Command, DrawsTheHistogram)
 TEST_F(Command, FailuresOfTheLibraryAreSentences)
 {
     writeGrey("grey.png");
-    const Result result = run("measure --roi=-1,0,2,2 grey.png --scene");
+    const CommandResult result = run("measure --roi=-1,0,2,2 grey.png --scene");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.complaints, "scene: A region does not lie within its image. (ImgPixelStat)\n"
                                  "grey.png: A region does not lie within its image. (ImgPixelStat)\n");
@@ -129,7 +88,7 @@ TEST_F(Command, FailuresOfTheLibraryAreSentences)
 TEST_F(Command, NamesThatAreNotText)
 {
     writeGrey("\xff.png");
-    const Result result = run("measure --json *.png \"two\nlines\"");
+    const CommandResult result = run("measure --json *.png \"two\nlines\"");
     EXPECT_EQ(nlohmann::json::parse(result.output)[0]["max"], 200);
 }
 
@@ -139,16 +98,25 @@ TEST_F(Command, WrongUsageHelpAndVersion)
          {"", "paint", "measure", "measure --roi 1,2,3 x", "measure --roi 1,2,3,4,5 x", "measure --roi 1,2,0,4 x",
           "measure --roi 1,2,a,4 x", "measure --roi 99999999999,0,1,1 x", "measure --threshold -1 x",
           "measure --threshold 65536 x", "measure --colour x"}) {
-        const Result result = run(arguments);
+        const CommandResult result = run(arguments);
         EXPECT_EQ(result.status, 2) << arguments;
         EXPECT_EQ(result.output, "") << arguments;
         EXPECT_NE(result.complaints, "") << arguments;
     }
-    for (const char* arguments : {"--help", "measure --help", "--version"}) {
-        const Result result = run(arguments);
+    for (const char* arguments : {"--help", "measure --help", "inspect --help", "--version"}) {
+        const CommandResult result = run(arguments);
         EXPECT_EQ(result.status, 0) << arguments;
         EXPECT_NE(result.output.find("zkit"), std::string::npos) << arguments;
     }
 }
 
 TEST_F(Command, FailsWhenItsOutputIsLost) { EXPECT_EQ(run("measure --scene", "/dev/full").status, 1); }
+
+TEST_F(Command, ManualHasWhatTheHelpHas)
+{
+    const std::string manual = run("man").output;
+    for (const char* text : {".TH ZKIT 1", ".SH ZKIT INSPECT", "\\-\\-threshold\\fR \\fIt", "\nisodata (the default)",
+                             ".SH ZKIT CONVERT", ".SH ZKIT UNWRAP", "The exit status is 0, 1"})
+        EXPECT_NE(manual.find(text), std::string::npos) << text;
+    EXPECT_EQ(run("--help").output.find(" man "), std::string::npos) << "is for the build only";
+}

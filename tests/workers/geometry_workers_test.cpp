@@ -1,6 +1,7 @@
 #include "geometry/mirror_workers.h"
 #include "geometry/scale_rotate_workers.h"
 #include "geometry/shrink_workers.h"
+#include "geometry/warp_workers.h"
 #include "support/workers.h"
 
 using namespace zkit;
@@ -80,6 +81,34 @@ TEST(GeometryWorkers, shrink)
         set.workers->row(src.source(), packed.row(), edges.data(), count, memory);
         ShrinkWorkers::plain.row(src.source(), plain.row(), edges.data(), count, memory);
         EXPECT_EQ(packed.all(), plain.all()) << width << 'x' << height << " to " << count;
+    });
+}
+
+TEST(GeometryWorkers, warp)
+{
+    forAwkwardRowsOfSets<WarpWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        const int columns = random(1, 200), height = random(1, 60), over = random(0, 2) ? 0 : random(0, 40);
+        const int offsetX = random(-300, 300), offsetY = random(0, 2) ? random(-300, 300) : 32767;
+        const Pixels grey(random, kind, columns, height), colour(random, kind, columns, height, 3);
+        std::vector<std::uint16_t> x, y, both;
+        for (int i = 0; i <= width; ++i) {  // one more, so that there is an address
+            both.push_back(static_cast<std::uint16_t>(random(-over, columns - 1 + over)));
+            x.push_back(static_cast<std::uint16_t>(both.back() - offsetX));
+            both.push_back(static_cast<std::uint16_t>(random(-over, height - 1 + over)));
+            y.push_back(static_cast<std::uint16_t>(both.back() - offsetY));
+        }
+        const auto bytes = [](const auto& map) { return reinterpret_cast<const std::uint8_t*>(map.data()); };
+        const Pixels before(random, Pixels::noise, width, 1, 3);
+        const auto run = [&](const WarpWorkers& workers) {
+            Pixels first(before), second(before), third(before);
+            const SeparateMaps maps{bytes(x), bytes(y), offsetX, offsetY};
+            workers.grey(grey.source(), maps, first.row(), width);
+            workers.colour(colour.source(), maps, second.row(), width);
+            const std::ptrdiff_t done = workers.packedMap(grey.source(), bytes(both), third.row(), width);
+            EXPECT_EQ(workers.inside(grey.source(), bytes(both), width), done == width);
+            return std::tuple(first.all(), second.all(), third.all(), done);
+        };
+        ASSERT_EQ(run(*set.workers), run(WarpWorkers::plain)) << columns << 'x' << height << " over " << over;
     });
 }
 

@@ -1,10 +1,12 @@
 #include "drawing/cairo_device.h"
 
+#include "picture/file.h"
+
 #include <cairo-svg.h>
 
-#include <fstream>
+#include <cstdint>
+#include <cstring>
 #include <string>
-#include <system_error>
 
 namespace zkit::tool {
 
@@ -74,12 +76,52 @@ void CairoDevice::LineTo(int x, int y) { cairo_line_to(context_.get(), x + 0.5, 
 
 void CairoDevice::Text(int x, int y, const char* text)
 {
+    cairo_t* const context = context_.get();
     stroke();
     cairo_font_extents_t extents;
-    cairo_font_extents(context_.get(), &extents);
-    cairo_move_to(context_.get(), x, y + extents.ascent);
-    cairo_show_text(context_.get(), text);
-    cairo_new_path(context_.get());
+    cairo_font_extents(context, &extents);
+    cairo_move_to(context, x, y + extents.ascent);
+    if (outlined_) {
+        constexpr double outlineWidth = 3;
+        cairo_text_path(context, text);
+        cairo_set_source_rgb(context, 0, 0, 0);
+        cairo_set_line_width(context, outlineWidth);
+        cairo_stroke_preserve(context);
+        cairo_set_line_width(context, 1);
+        cairo_set_source_rgb(context, pen_.red, pen_.green, pen_.blue);
+        cairo_fill(context);
+    } else {
+        cairo_show_text(context, text);
+    }
+    cairo_new_path(context);
+}
+
+void CairoDevice::setPen(const Pen& pen)
+{
+    stroke();
+    pen_ = pen;
+    outlined_ = true;
+    cairo_set_source_rgb(context_.get(), pen.red, pen.green, pen.blue);
+}
+
+void CairoDevice::drawPicture(const ZImage<ZC24>& picture)
+{
+    const int width = picture.GetWidth(), height = picture.GetHeight();
+    const std::unique_ptr<cairo_surface_t, Release> pixels(
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
+    check(cairo_surface_status(pixels.get()));
+    unsigned char* row = cairo_image_surface_get_data(pixels.get());
+    for (int y = 0; y < height; ++y, row += cairo_image_surface_get_stride(pixels.get()))
+        for (int x = 0; x < width; ++x) {
+            const ZC24 pixel = picture.GetPixel(x, y);
+            const std::uint32_t word = std::uint32_t{pixel.c2} << 16 | std::uint32_t{pixel.c1} << 8 | pixel.c0;
+            std::memcpy(row + 4 * static_cast<std::ptrdiff_t>(x), &word, sizeof word);
+        }
+    cairo_surface_mark_dirty(pixels.get());
+    stroke();
+    cairo_set_source_surface(context_.get(), pixels.get(), 0, 0);
+    cairo_paint(context_.get());
+    cairo_set_source_rgb(context_.get(), pen_.red, pen_.green, pen_.blue);
 }
 
 void CairoDevice::write()
@@ -96,19 +138,7 @@ void CairoDevice::write()
     }
     const std::string& bytes = isPng_ ? png : svg_;
 
-    std::filesystem::path beside = file_;
-    beside += ".part";
-    std::ofstream out(beside, std::ios::binary);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    std::error_code failure;
-    if (out)
-        std::filesystem::rename(beside, file_, failure);
-    if (!out || failure) {
-        std::error_code ignored;
-        std::filesystem::remove(beside, ignored);
-        throw DrawingError("the drawing could not be written");
-    }
+    writeFile(file_, {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
 }
 
 }  // namespace zkit::tool

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "zkit/core/drawing.h"
+#include "zkit/core/roi.h"
 
 #include <cairo.h>
 
@@ -18,8 +19,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// A white sheet of paper on which black lines and text are drawn, and the file that it becomes. Coordinates count
-/// pixels from the top-left corner.
+/// The colour of lines and text: components from 0 to 1.
+struct Pen {
+    double red, green, blue;
+};
+
+/// A white sheet of paper on which lines and text are drawn, black unless another pen is set, and the file that it
+/// becomes. Coordinates count pixels from the top-left corner.
 class CairoDevice : public ZDrawingDevice {
 public:
     /// A sheet for a file whose ending is .png or .svg. Throws DrawingError for any other ending, and for a sheet
@@ -33,7 +39,13 @@ public:
     void LineTo(int x, int y) override;
     void Text(int x, int y, const char* text) override;
 
-    /// Writes the file, beside it first, so that there is never half of one. Throws DrawingError when that fails.
+    /// From now on lines and text have this colour, and text a black outline that parts it from a picture.
+    void setPen(const Pen& pen);
+
+    /// Covers the sheet with a picture from its top-left corner on.
+    void drawPicture(const ZImage<ZC24>& picture);
+
+    /// Writes the file (writeFile, whose PictureError it throws). Throws DrawingError when cairo fails.
     void write();
 
 private:
@@ -48,6 +60,8 @@ private:
     std::unique_ptr<cairo_surface_t, Release> surface_;
     std::unique_ptr<cairo_t, Release> context_;
     std::string svg_;
+    Pen pen_ = {0, 0, 0};
+    bool outlined_ = false;
     bool isPng_;
 };
 

@@ -19,7 +19,7 @@ Rectangle regionOf(const Picture& picture, const MeasureRequest& request);
 /// A 1-bit picture with levels 0 and 1.
 ImagePointer<ZBW8> expand(const ZImage<ZBW1>& bits);
 
-/// Throws what the library has pending: the sentence of the code and, in brackets, the trail.
-void throwPendingError();
+/// Adds the moments of a piece's pixels at or above the threshold; the piece's corner is (x, y).
+void addBinaryMoments(Moments& sum, ZROI<ZBW8>& piece, int threshold, double x, double y);
 
 }  // namespace zkit::tool

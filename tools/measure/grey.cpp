@@ -30,15 +30,21 @@ void addTile(GreyFigures& figures, ZROI<ZBW8>& tile, int x, int y)
     int area = 0;
     ImgArea(&tile, static_cast<unsigned char>(figures.threshold), area);
     figures.area += area;
+    addBinaryMoments(figures.binary, tile, figures.threshold, x, y);
     FloatMoments moments;
-    ImgBinaryMoments(&tile, static_cast<unsigned>(figures.threshold), moments.m00, moments.m10, moments.m01,
-                     moments.m20, moments.m11, moments.m02);
-    add(figures.binary, moments, x, y);
     ImgWeighedMoments(&tile, moments.m00, moments.m10, moments.m01, moments.m20, moments.m11, moments.m02);
     add(figures.weighed, moments, x, y);
 }
 
 }  // namespace
+
+void addBinaryMoments(Moments& sum, ZROI<ZBW8>& piece, int threshold, double x, double y)
+{
+    FloatMoments moments;
+    ImgBinaryMoments(&piece, static_cast<unsigned>(threshold), moments.m00, moments.m10, moments.m01, moments.m20,
+                     moments.m11, moments.m02);
+    add(sum, moments, x, y);
+}
 
 GreyFigures measureGrey(ZImage<ZBW8>& image, const Rectangle& region, int threshold)
 {

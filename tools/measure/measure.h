@@ -61,6 +61,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Throws what the library has pending: the sentence of the code and, in brackets, the trail.
+void throwPendingError();
+
 /// Measures a picture. Throws MeasureError for a region that does not lie within the picture, and for a threshold that
 /// the pixel type cannot reach.
 Measurement measure(const Picture& picture, const MeasureRequest& request);

@@ -66,8 +66,23 @@ void plotHistogram(const Picture& picture, const MeasureRequest& request, const 
     ZBW8HistogramVector histogram;
     std::visit(Counter{histogram, regionOf(picture, request)}, picture);
     throwPendingError();
+    plotHistogram(histogram, std::nullopt, file);
+}
+
+void plotHistogram(ZBW8HistogramVector& histogram, std::optional<int> threshold, const std::filesystem::path& file)
+{
     CairoDevice device(file, plotWidth, plotHeight);
     histogram.Draw(&device, 0, 0, plotWidth, plotHeight);
+    if (threshold) {
+        constexpr Pen thresholdPen = {0.9, 0, 0};
+        ZPlot frame;  // the diagram's, whose horizontal axis runs from 0 to 255
+        frame.SetXRange(0, 255);
+        frame.SetView(0, 0, plotWidth, plotHeight);
+        const int x = frame.XView(*threshold);
+        device.setPen(thresholdPen);
+        device.MoveTo(x, frame.YView(0));
+        device.LineTo(x, frame.YView(1));
+    }
     device.write();
 }
 

@@ -3,6 +3,7 @@
 #include "picture/picture.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdint>
 #include <fstream>
 #include <system_error>
@@ -36,6 +37,25 @@ std::size_t sizeOf(const std::filesystem::path& path)
     return static_cast<std::size_t>(size);
 }
 
+// While one lives, its thread is not interrupted.
+class Uninterrupted {
+public:
+    Uninterrupted()
+    {
+        sigset_t signals;
+        sigemptyset(&signals);
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+            sigaddset(&signals, signal);
+        pthread_sigmask(SIG_BLOCK, &signals, &before_);
+    }
+    ~Uninterrupted() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    Uninterrupted(const Uninterrupted&) = delete;
+    Uninterrupted& operator=(const Uninterrupted&) = delete;
+
+private:
+    sigset_t before_{};
+};
+
 }  // namespace
 
 std::vector<unsigned char> readFile(const std::filesystem::path& path)
@@ -49,6 +69,27 @@ std::vector<unsigned char> readFile(const std::filesystem::path& path)
     if (!stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size)))
         throw PictureError("reading stopped before the end of the file");
     return bytes;
+}
+
+void writeFile(const std::filesystem::path& path, std::span<const unsigned char> bytes)
+{
+    const Uninterrupted writing;
+    std::filesystem::path beside = path;
+    beside += ".part";
+    errno = 0;
+    std::ofstream stream(beside, std::ios::binary);
+    stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    std::error_code failure;
+    if (stream)
+        std::filesystem::rename(beside, path, failure);
+    else
+        failure.assign(errno == 0 ? EIO : errno, std::generic_category());
+    if (failure) {
+        std::error_code ignored;
+        std::filesystem::remove(beside, ignored);
+        throw PictureError("cannot be written: " + failure.message());
+    }
 }
 
 }  // namespace zkit::tool

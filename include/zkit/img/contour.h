@@ -60,9 +60,8 @@ ZKIT_IMG_API void ImgContour(ZROI<ZBW8>* src, CONTOUR_MODE mode, int x, int y, C
 /// The same into an untyped vector, whose groups are x, y and the direction in which the walk leaves the pixel, all of
 /// 32 bits. It differs in this:
 /// - The vector is made SetType(1, 2000, 0) unless it is of type 1, and grows by 512 groups (6144 bytes).
-/// - It takes one pixel for every 8 of the region, rounded down; a walk that has neither closed nor met the edge by
-/// then
-///   ends with 1504.
+/// - It takes one pixel for every 8 of the region, rounded down; a longer walk, neither closed nor at the edge by
+///   then, ends with 1504.
 /// - The second walk of a mode that goes back is a complete one; when it closes, the pending 1503 is cleared.
 /// Errors: in the place of 1601 null vector, 1303 no memory, 1601 a vector of type 1 without data, 1602 one whose
 /// groups are not of three elements of 4 bytes. Returns 0 or the code. Trail: "ImgContour (ZVector)".

@@ -8,11 +8,12 @@
 /// Convolves src with a kernel. With c the kernel's coefficients, S their sum, the sums formed in double precision:
 ///
 /// A kernel of 3 x 3, 5 x 5 or 7 x 7 with a rectifier other than 0 is applied in fixed point. Its coefficients become
-/// the integers c g 32768, g = gain / S or, when S is 0, gain; its offset, a signed number, is multiplied by 32768; for
-/// rectifier 1 both are negated. Fractions are truncated toward zero, beyond 32 bits the nearest number is taken, 0 for
-/// NaN. From then on integers of 32 bits wrap: the sum of coefficients times pixels and the offset is shifted right by
-/// 15 bits, rounding down, and clipped to 0..255, for rectifier 3 after taking its absolute value. A pixel outside the
-/// region counts as the nearest one in it. With a rectifier below 0 or above 3 dst is left as it is, without an error.
+/// the integers c g 32768 with g = gain / S or, when S is 0, gain, fractions truncated toward zero; beyond 32 bits the
+/// nearest number is taken, 0 for NaN. The offset, a signed number, is multiplied by 32768. For rectifier 1 g and the
+/// offset are negated. Integers of 32 bits wrap: the sum of coefficients times pixels and the offset is shifted right
+/// by 15 bits, rounding down, and clipped to 0..255, for rectifier 3 after taking its absolute value. A pixel outside
+/// the region counts as the nearest one in it. With a rectifier below 0 or above 3 dst is left as it is, without an
+/// error.
 ///
 /// Any other kernel is applied in floating point. Its coefficients become c g, with g = gain / S or, when S is 0,
 /// gain, both rounded to single precision. The sum of coefficients times pixels, added in double precision row by row,

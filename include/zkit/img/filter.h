@@ -91,10 +91,9 @@ ZKIT_IMG_API void ImgConvolLowpass1Y(ZROI<ZBW8>* src, ZROI<ZBW8>* dst);
 /// last row equal those beside them: the last column becomes 2 |a4 - a7|, the last row 2 |a4 - a5|, its last pixel 0.
 /// The sizes may differ: the pixels of dst that src has, too, are written, and the ends are those of src.
 /// Works in place and between overlapping regions.
-/// Errors, in this order: a pending error; 1400, 1401 of src; 1400, 1401 of dst; 1303 no memory for work rows. dst is
-/// then unchanged. Trail: "ImgConvolRoberts".
+/// Errors, in this order: a pending error; 1400 null region; 1400, 1401 of src; 1400, 1401 of dst; 1303 no memory for
+/// work rows. dst is then unchanged. Trail: "ImgConvolRoberts".
 ZKIT_IMG_API void ImgConvolRoberts(ZROI<ZBW8>* src, ZROI<ZBW8>* dst);
 
-/// The same on every component of a colour region; the pixels of dst that src has not become 0. Trail:
-/// "ImgConvolRoberts (C24)".
+/// The same on every component of a colour region. Trail: "ImgConvolRoberts (C24)".
 ZKIT_IMG_API void ImgConvolRoberts(ZROI<ZC24>* src, ZROI<ZC24>* dst);

@@ -2,12 +2,13 @@
 //
 // Source and destination may have any sizes unless an operation says otherwise. Between regions that overlap the result
 // is that of separate regions. Coordinates count from a region's top-left pixel, x to the right and y down; pixel (x,
-// y) is the point (x, y).
+// y) is the point (x, y). Warping by maps has a header of its own, which this one includes.
 #pragma once
 
 #include "zkit/core/error.h"
 #include "zkit/core/roi.h"
 #include "zkit/export.h"
+#include "zkit/img/warp.h"
 
 /// Scales and rotates: srcPivot lands on dstPivot, distances from it are multiplied by scaleX and scaleY, and a
 /// positive angle turns the source's x axis towards negative y (counter-clockwise as one sees it). With s and c the

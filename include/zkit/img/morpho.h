@@ -6,9 +6,9 @@
 #include "zkit/export.h"
 
 // Erosion and dilation, and what is made of them. n passes of 3 x 3 take the smallest or largest value of the square of
-// 2 n + 1 pixels a side around each pixel; the time hardly depends on n. Pixels outside the region have a border value,
-// of which the lower 8 bits count: 255 when eroding and 0 when dilating leave the border to the pixels inside. n = 0 or
-// below is success and leaves the destination untouched.
+// 2 n + 1 pixels a side around each pixel. Plain workers make these passes; packed ones take a time that hardly depends
+// on n. Pixels outside the region have a border value, of which the lower 8 bits count: 255 when eroding and 0 when
+// dilating leave the border to the pixels inside. n = 0 or below is success and leaves the destination untouched.
 //
 // They work in place and between overlapping regions, unless said otherwise. A colour border has a byte for each byte
 // of a pixel, in the same order.
@@ -47,7 +47,7 @@ ZKIT_IMG_API void ImgClose(ZROI<ZC24>* src, ZROI<ZC24>* dst, int n, ZC24 borderD
 
 /// What an opening removes: dst = src - opening, at least 0. The two regions must not lie on the same image.
 /// Errors, in this order: a pending error; 1400 null region; 1413 same image; 1400 no pixels; 1401 region outside its
-/// image; and for n > 0: 1303 no memory to keep overlapping regions apart; those of ImgOpen. dst is then unchanged.
+/// image; and for n > 0: 1402 of ImgOpen; 1303 no memory to keep overlapping regions apart. dst is then unchanged.
 /// Returns 0 or the code. Trail: "ImgWhiteTopHat", for errors of ImgOpen after its trail.
 ZKIT_IMG_API short ImgWhiteTopHat(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, int n, int borderErode, int borderDilate);
 
@@ -69,14 +69,13 @@ ZKIT_IMG_API void ImgBlackTopHat(ZROI<ZC24>* src, ZROI<ZC24>* dst, int n, ZC24 b
 /// count. Regions that overlap give the result of separate ones; but in place the row above a pixel is taken as already
 /// filtered, which is intended.
 /// Errors, in this order: a pending error; 1400 null region; 1402 sizes differ; 1400 no pixels; 1401 region outside its
-/// image; 1303 no memory to keep overlapping regions apart. dst is then unchanged. Returns 0 or the code. Trail:
-/// "ImgMedian".
+/// image; 1303 no memory for work rows. dst is then unchanged. Returns 0 or the code. Trail: "ImgMedian".
 ZKIT_IMG_API short ImgMedian(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, int border);
 
 /// The same with the nearest pixel of the region for pixels outside. Works in place and between overlapping regions,
 /// and on several threads at once.
-/// Errors, in this order: a pending error; 1400, 1401 of src, then of dst; 1402 sizes differ; 1303 no memory to keep
-/// overlapping regions apart. dst is then unchanged. Trail: "ImgMedian".
+/// Errors, in this order: a pending error; 1400, 1401 of src, then of dst; 1402 sizes differ; 1303 no memory for work
+/// rows. dst is then unchanged. Trail: "ImgMedian".
 ZKIT_IMG_API void ImgMedian(ZROI<ZBW8>* src, ZROI<ZBW8>* dst);
 
 /// The median of every component with a border value for each byte of a pixel. Works in place and between overlapping

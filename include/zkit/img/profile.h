@@ -62,7 +62,7 @@ ZKIT_IMG_API void ImgLineSegmentToImage(ZROI<ZC24>* dst, ZC24 value, int x0, int
 /// order in which they end. The excess of a sample is what it has above `high`, or, negative, below `low`. Of a run
 /// Start is the index of its first sample, Length the number of its samples, Amplitude the excess of its extreme sample
 /// and Area the sum of the excesses, in 32 bits, which wraps; Center is the mean index weighed with the excesses,
-/// computed in double precision, or the middle of the run when the area is 0.
+/// computed in double precision, while the area fits 32 bits, or the middle of the run when the area is 0.
 ///
 /// Taken are peaks with Amplitude >= minAmplitude and Area >= minArea, and valleys whose negated figures are so, all
 /// compared as signed numbers. A run at the begin or at the end of the profile is none.

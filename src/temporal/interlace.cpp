@@ -1,0 +1,232 @@
+// ImgSwapFrames, ImgRealignFrame, ImgRebuildFrame and ImgMatchFrames, grey and colour.
+#include "frame/call_frame.h"
+#include "frame/checks.h"
+#include "frame/walk.h"
+#include "simd/choice.h"
+#include "temporal/interlace_workers.h"
+#include "zkit/img/temporal.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+using namespace zkit;
+
+namespace {
+
+// Source and destination of an operation, their widths counting bytes. They are the same or apart.
+struct Frames {
+    Source src;
+    Target dst;
+    Stores stores;
+    const InterlaceWorkers& worker;
+
+    const std::uint8_t* from(std::ptrdiff_t y) const { return src.data + y * src.pitch; }
+    std::uint8_t* to(std::ptrdiff_t y) const { return dst.data + y * dst.pitch; }
+    bool same() const { return inPlace(src, dst); }
+};
+
+// Does the work, which takes frames, unless there is no memory to keep overlapping regions apart (1303).
+template <class Work>
+void withFrames(ZGenericROI* src, ZGenericROI* dst, Work work)
+{
+    const int pixelSize = src->GetPixelSize();
+    PointSource from(src);
+    Target to = target(dst);
+    Stores stores{};
+    if (!preparePoints({&from, 1}, to, pixelSize, Joining::none, stores))
+        return;
+    work(Frames{bytes(from.plane, pixelSize), bytes(to, pixelSize), stores, workers<InterlaceWorkers>()});
+    if (stores == Stores::streamed)
+        endStreaming();
+}
+
+// Exchanges rows that are apart.
+void exchange(std::uint8_t* a, std::uint8_t* b, std::ptrdiff_t count)
+{
+    std::uint8_t kept[4096];
+    for (std::ptrdiff_t i = 0; i < count; i += std::ssize(kept)) {
+        const auto piece = static_cast<std::size_t>(std::min(count - i, std::ssize(kept)));
+        std::memcpy(kept, a + i, piece);
+        std::memcpy(a + i, b + i, piece);
+        std::memcpy(b + i, kept, piece);
+    }
+}
+
+void swapFields(const char* name, ZGenericROI* src, ZGenericROI* dst)
+{
+    const CallFrame frame(name);
+    if (frame.clear() && pointRegions(dst, src))
+        withFrames(src, dst, [](const Frames& f) {
+            for (std::ptrdiff_t y = 0; y + 1 < f.dst.height; y += 2)
+                if (f.same()) {
+                    exchange(f.to(y), f.to(y + 1), f.dst.width);
+                } else {
+                    f.worker.copy(f.from(y + 1), f.to(y), f.dst.width, f.stores);
+                    f.worker.copy(f.from(y), f.to(y + 1), f.dst.width, f.stores);
+                }
+        });
+    frame.finish();
+}
+
+// The first of the rows that are rewritten, every other one.
+std::ptrdiff_t firstRow(unsigned int field) { return ~field & 1U; }
+
+void rebuild(const char* name, ZGenericROI* src, ZGenericROI* dst, unsigned int field)
+{
+    const CallFrame frame(name);
+    if (frame.clear() && pointRegions(dst, src))
+        withFrames(src, dst, [field](const Frames& f) {
+            const std::ptrdiff_t last = f.dst.height - 1;
+            for (std::ptrdiff_t y = firstRow(field); y <= last; y += 2) {
+                const std::ptrdiff_t above = y > 0 ? y - 1 : std::min(y + 1, last);
+                const std::ptrdiff_t below = y < last ? y + 1 : std::max(y - 1, std::ptrdiff_t{0});
+                f.worker.mean(f.from(above), f.from(below), f.to(y), f.dst.width, f.stores);
+            }
+        });
+    frame.finish();
+}
+
+// One pixel again and again.
+class Fill {
+public:
+    Fill(const std::uint8_t* pixel, int size)
+        : pixel_{pixel[0], pixel[size / 2], pixel[size - 1]}, size_(static_cast<std::size_t>(size))
+    {
+    }
+
+    void operator()(std::uint8_t* dst, std::ptrdiff_t count) const
+    {
+        if (size_ == 1)
+            std::memset(dst, pixel_[0], static_cast<std::size_t>(count));
+        else
+            for (std::uint8_t* const end = dst + count; dst < end; dst += size_)
+                std::memcpy(dst, pixel_, size_);
+    }
+
+private:
+    std::uint8_t pixel_[3];
+    std::size_t size_;
+};
+
+// Moves a row by `shift` bytes, fewer than it has if it is positive, and fills what is left free.
+void shiftRow(const Frames& f, std::ptrdiff_t y, std::ptrdiff_t shift, int pixelSize)
+{
+    const std::uint8_t* const from = f.from(y);
+    std::uint8_t* const to = f.to(y);
+    const std::ptrdiff_t width = f.dst.width, moved = std::max(width - std::abs(shift), std::ptrdiff_t{0});
+    const std::uint8_t* const filling = shift > 0 ? from + pixelSize : from + width - pixelSize;
+    const Fill fill(filling, pixelSize);  // before it is overwritten
+    const std::uint8_t* const start = shift > 0 ? from : from + width - moved;
+    std::uint8_t* const begin = shift > 0 ? to + shift : to;
+    if (f.same())
+        std::memmove(begin, start, static_cast<std::size_t>(moved));
+    else
+        f.worker.copy(start, begin, moved, f.stores);
+    fill(shift > 0 ? to : to + moved, width - moved);
+}
+
+// The pixels of one column of the region; for a column outside it those of its image's row, clamped to that.
+Source column(const ZGenericROI* roi, std::ptrdiff_t x)
+{
+    const ZGenericROI::Extent image = roi->GetStorageExtent();
+    const std::ptrdiff_t pitch = std::abs(static_cast<std::ptrdiff_t>(roi->GetRowPitch())), size = roi->GetPixelSize();
+    const bool oneRow = pitch == 0 || image.end - image.first <= pitch;
+    const std::ptrdiff_t rowBytes = oneRow ? image.end - image.first : (image.end - image.first - 1) % pitch + 1;
+    Source plane = source(roi);
+    const std::ptrdiff_t left = oneRow ? plane.data - image.first : (plane.data - image.first) % pitch;
+    const std::ptrdiff_t first = -(left / size);
+    plane.data += size * std::clamp(x, first, first + rowBytes / size - 1);
+    plane.width = size;
+    return plane;
+}
+
+// Raises 1303 when there is no memory to keep overlapping regions apart.
+void fillFrom(Source column, const Target& dst, int pixelSize, unsigned int field)
+{
+    SeparateSource separate;
+    if (separate.forNeighbours(column, dst))
+        for (std::ptrdiff_t y = firstRow(field); y < dst.height; y += 2)
+            Fill(column.data + y * column.pitch, pixelSize)(dst.data + y * dst.pitch, dst.width);
+}
+
+void realign(const char* name, ZGenericROI* src, ZGenericROI* dst, int shift, unsigned int field)
+{
+    const CallFrame frame(name);
+    if (frame.clear() && pointRegions(dst, src) && dst->GetWidth() > 0) {
+        const std::ptrdiff_t width = dst->GetWidth();
+        const int pixelSize = src->GetPixelSize();
+        if (shift >= width)  // the pixel before the first one that would stay, and one to the right, which is intended
+            fillFrom(column(src, width - shift + 1), bytes(target(dst), pixelSize), pixelSize, field);
+        else
+            withFrames(src, dst, [&](const Frames& f) {
+                const std::ptrdiff_t by = std::max<std::ptrdiff_t>(shift, -width) * pixelSize;
+                for (std::ptrdiff_t y = firstRow(field); y < f.dst.height; y += 2)
+                    shiftRow(f, y, by, pixelSize);
+            });
+    }
+    frame.finish();
+}
+
+void match(const char* name, ZGenericROI* roi, int row, int minShift, int maxShift, int& bestShift)
+{
+    const CallFrame frame(name);
+    if (!(frame.clear() && placed(roi))) {
+        frame.trace();
+        return;
+    }
+    const std::int64_t width = roi->GetWidth(), range = static_cast<std::int64_t>(maxShift) - minShift;
+    if (require(range >= 0 && range <= width, Z_ERROR_INCONSISTENT_ARGUMENTS) &&
+        require(row >= 0 && row < roi->GetHeight() - 1, Z_ERROR_ARGUMENT_2_OUT_OF_RANGE)) {
+        const Source plane = source(roi);
+        const std::ptrdiff_t size = roi->GetPixelSize();
+        const std::uint8_t* const above = plane.data + row * plane.pitch;
+        const std::uint8_t* const below = above + plane.pitch;
+        // The columns that are compared; without any, all candidates are equal.
+        const std::int64_t begin = std::max(maxShift, 0), end = width + std::min(minShift, 0);
+        const auto bytesOf = [size](std::int64_t pixels) { return static_cast<std::ptrdiff_t>(pixels) * size; };
+        const std::ptrdiff_t best =
+            begin < end
+                ? workers<InterlaceWorkers>().match(above + bytesOf(begin), below + bytesOf(begin - minShift),
+                                                    bytesOf(end - begin), size, static_cast<std::ptrdiff_t>(range) + 1)
+                : 0;
+        if (best >= 0)
+            bestShift = static_cast<int>(minShift + best);
+    }
+    frame.finish();
+}
+
+}  // namespace
+
+void ImgSwapFrames(ZROI<ZBW8>* src, ZROI<ZBW8>* dst) { swapFields("ImgSwapFrames (ZBW8)", src, dst); }
+void ImgSwapFrames(ZROI<ZC24>* src, ZROI<ZC24>* dst) { swapFields("ImgSwapFrames (ZC24)", src, dst); }
+
+void ImgRealignFrame(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, int shift, unsigned int field)
+{
+    realign("ImgRealignFrame (ZBW8)", src, dst, shift, field);
+}
+
+void ImgRealignFrame(ZROI<ZC24>* src, ZROI<ZC24>* dst, int shift, unsigned int field)
+{
+    realign("ImgRealignFrame (ZC24)", src, dst, shift, field);
+}
+
+void ImgRebuildFrame(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, unsigned int field)
+{
+    rebuild("ImgRebuildFrame (ZBW8)", src, dst, field);
+}
+
+void ImgRebuildFrame(ZROI<ZC24>* src, ZROI<ZC24>* dst, unsigned int field)
+{
+    rebuild("ImgRebuildFrame (ZC24)", src, dst, field);
+}
+
+void ImgMatchFrames(ZROI<ZBW8>* roi, int row, int minShift, int maxShift, int& bestShift)
+{
+    match("ImgMatchFrames (ZBW8)", roi, row, minShift, maxShift, bestShift);
+}
+
+void ImgMatchFrames(ZROI<ZC24>* roi, int row, int minShift, int maxShift, int& bestShift)
+{
+    match("ImgMatchFrames (ZC24)", roi, row, minShift, maxShift, bestShift);
+}

@@ -1,0 +1,100 @@
+#include "support/workers.h"
+#include "temporal/division.h"
+#include "temporal/interlace_workers.h"
+#include "temporal/moving_average_workers.h"
+#include "temporal/recursive_average_workers.h"
+
+using namespace zkit;
+
+namespace {
+
+TEST(TemporalWorkers, interlaced_rows)
+{
+    forAwkwardRowsOfSets<InterlaceWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        const Pixels a(random, kind, width, 1), b(random, kind, width, 1);
+        for (const Stores stores : {Stores::cached, Stores::streamed}) {
+            Pixels plain(random, Pixels::noise, width, 1), packed(plain);
+            InterlaceWorkers::plain.mean(a.row(), b.row(), plain.row(), width, stores);
+            set.workers->mean(a.row(), b.row(), packed.row(), width, stores);
+            EXPECT_EQ(packed.all(), plain.all());
+            InterlaceWorkers::plain.copy(a.row(), plain.row(), width, stores);
+            set.workers->copy(a.row(), packed.row(), width, stores);
+            EXPECT_EQ(packed.all(), plain.all());
+        }
+        const int step = random(0, 2) ? 1 : 3, candidates = random(1, 40), more = (candidates - 1) * step;
+        const Pixels other(random, kind, width + more, 1);
+        EXPECT_EQ(set.workers->match(a.row(), other.row() + more, width, step, candidates),
+                  InterlaceWorkers::plain.match(a.row(), other.row() + more, width, step, candidates))
+            << candidates << " candidates by " << step;
+    });
+}
+
+TEST(TemporalWorkers, moving_average)
+{
+    forAwkwardRowsOfSets<MovingAverageWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        const Division division =
+            divisionBy(static_cast<std::uint32_t>(random(0, 1) ? 1 << random(0, 16) : random(1, 70000)));
+        for (int inPlace = 0; inPlace < 6; ++inPlace) {
+            const Pixels src(random, kind, width, 1), sums(random, kind, width, 1, 2), old(random, kind, width, 1),
+                dst(random, Pixels::noise, width, 1);
+            const auto run = [&](const MovingAverageWorkers& workers, bool isFirst) {
+                Pixels from(src), sum(sums), oldest(old), kept(dst), to(dst);
+                std::uint8_t* const slot = inPlace < 2 ? nullptr : inPlace < 4 ? kept.row() : oldest.row();
+                const AverageRows rows{from.row(), oldest.row(), sum.row(), slot, inPlace % 2 ? from.row() : to.row()};
+                if (isFirst)
+                    workers.first(rows, width, division.by - 1);
+                else
+                    workers.later(rows, width, division, inPlace % 2 ? Stores::cached : Stores::streamed);
+                return std::vector{from.all(), sum.all(), oldest.all(), kept.all(), to.all()};
+            };
+            for (const bool isFirst : {false, true})
+                ASSERT_EQ(run(*set.workers, isFirst), run(MovingAverageWorkers::plain, isFirst))
+                    << division.by << ' ' << inPlace;
+        }
+    });
+}
+
+// Every 16-bit number by every period that matters; by the others every multiple and the number before it.
+TEST(TemporalWorkers, division_is_exact)
+{
+    std::uint32_t wrong = 0;
+    for (std::uint32_t by = 1; by <= 65540; ++by) {
+        const Division division = divisionBy(by);
+        const auto check = [&](std::uint32_t n) {
+            const std::uint32_t high = n * division.factor >> 16;
+            wrong += (high + ((n - high) >> division.before)) >> division.after != n / by;
+        };
+        for (std::uint32_t n = by <= 300 ? 1 : by; n <= 65535; n += by <= 300 ? 1 : by) {
+            check(n - 1);
+            check(n);
+        }
+        check(65535);
+        EXPECT_EQ(division.shift != 0, by > 1 && (by & (by - 1)) == 0);
+    }
+    EXPECT_EQ(wrong, 0U);
+    for (const std::uint32_t by : {100000U, 1U << 20, 0x80000000U, 0xFFFFFFFFU})
+        EXPECT_EQ(divisionBy(by).factor, divisionBy(65536).factor);
+}
+
+TEST(TemporalWorkers, recursive_average)
+{
+    forAwkwardRowsOfSets<RecursiveAverageWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        std::vector<std::uint16_t> table(8191);
+        const int range = random(0, 1) ? 32767 : 3000;
+        for (std::uint16_t& entry : table)
+            entry = static_cast<std::uint16_t>(random(-range - 1, range));
+        for (const bool inPlace : {false, true}) {
+            const Pixels src(random, kind, width, 1), states(random, kind, width, 1, 2),
+                dst(random, Pixels::noise, width, 1);
+            const auto run = [&](const RecursiveAverageWorkers& workers) {
+                Pixels from(src), state(states), to(dst);
+                workers.row(from.row(), state.row(), inPlace ? from.row() : to.row(), width, table.data(),
+                            inPlace ? Stores::cached : Stores::streamed);
+                return std::vector{from.all(), state.all(), to.all()};
+            };
+            ASSERT_EQ(run(*set.workers), run(RecursiveAverageWorkers::plain));
+        }
+    });
+}
+
+}  // namespace
