@@ -13,6 +13,9 @@ FixedKernel fixedKernel(const ZKernel& kernel);
 FixedKernel symmetricFixedKernel(const ZKernel& kernel);
 bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& kernel);
 
+// Fills in the coefficients as packed workers take them.
+void makePairs(FixedKernel& kernel);
+
 // Kernels of any size.
 bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& kernel);
 

@@ -3,9 +3,13 @@
 #include "filter/work_rows.h"
 #include "frame/numbers.h"
 #include "frame/overlap.h"
+#include "frame/walk.h"
 #include "simd/choice.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdlib>
+#include <limits>
 
 namespace zkit {
 
@@ -17,7 +21,8 @@ std::uint32_t entry(std::int32_t above, std::int32_t below)
     return (static_cast<std::uint32_t>(above) & 0xFFFF) | static_cast<std::uint32_t>(below) << 16;
 }
 
-// The coefficients as packed workers take them.
+}  // namespace
+
 void makePairs(FixedKernel& kernel)
 {
     const auto at = [&](int row, int column) -> std::int64_t {
@@ -38,6 +43,35 @@ void makePairs(FixedKernel& kernel)
             }
 }
 
+namespace {
+
+// Takes as many bits of fraction away as are 0 everywhere, so that whole coefficients fit 16 bits, unless a sum can
+// wrap.
+void shorten(FixedKernel& kernel)
+{
+    std::int64_t largest = std::abs(std::int64_t{kernel.offset});
+    auto bits = static_cast<std::uint32_t>(kernel.offset);
+    for (const std::int32_t coefficient : kernel.coefficients) {
+        largest += std::abs(std::int64_t{coefficient}) * 255;
+        bits |= static_cast<std::uint32_t>(coefficient);
+    }
+    if (largest > std::numeric_limits<std::int32_t>::max())
+        return;
+    const int spare = std::min(std::countr_zero(bits), kernel.fraction);
+    for (std::int32_t& coefficient : kernel.coefficients)
+        coefficient >>= spare;
+    kernel.offset >>= spare;
+    kernel.fraction -= spare;
+}
+
+// Whether a kernel is for the workers' bands.
+bool fitsBands(const FixedKernel& kernel)
+{
+    const std::int32_t* const c = kernel.coefficients;
+    return kernel.size == 3 && !kernel.wide && c[0] == c[2] && c[0] == c[6] && c[0] == c[8] && c[1] == c[3] &&
+           c[1] == c[5] && c[1] == c[7];
+}
+
 // The kernel whose coefficients add up to `sum`; coefficientAt(i) is the one at index i.
 template <class CoefficientAt>
 FixedKernel makeKernel(const ZKernel& from, double sum, CoefficientAt coefficientAt)
@@ -52,7 +86,9 @@ FixedKernel makeKernel(const ZKernel& from, double sum, CoefficientAt coefficien
     for (int i = 0; i < kernel.size * kernel.size; ++i)
         kernel.coefficients[i] = truncated(static_cast<double>(coefficientAt(i)) * signedGain * 32768.0);
     kernel.offset = static_cast<std::int32_t>(negative ? 0U - offset : offset);
+    kernel.fraction = 15;
     kernel.absolute = from.GetRectifier() == 3;
+    shorten(kernel);
     makePairs(kernel);
     return kernel;
 }
@@ -101,6 +137,12 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
 {
     if (src.width <= 0 || src.height <= 0)
         return true;
+    const auto& worker = workers<FixedConvolutionWorkers>();
+    if (fitsBands(kernel))
+        return filterRows(src, dst, {step, true, {}},
+                          [&](const std::uint8_t* const* rows, const Target& out, const Border& border) {
+                              worker.band(rows, out, border.step, kernel);
+                          });
     constexpr int mostPairs = (FixedKernel::largest + 1) / 2;
     const int half = kernel.size / 2, pairs = half + 1;
     const std::ptrdiff_t beside = std::ptrdiff_t{half} * step;
@@ -111,7 +153,6 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
         !entries.make(pairs, beside, src.width, beside, 0) || !spare.make(1, 0, src.width, 0, 0))
         return false;
 
-    const auto& worker = workers<FixedConvolutionWorkers>();
     const auto sourceRow = [&](std::ptrdiff_t y) {
         return src.data + std::clamp<std::ptrdiff_t>(y, 0, src.height - 1) * src.pitch;
     };

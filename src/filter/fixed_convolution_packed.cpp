@@ -1,5 +1,5 @@
 #include "filter/fixed_convolution_workers.h"
-#include "simd/vector.h"
+#include "simd/neighbourhood.h"
 
 namespace zkit::ZKIT_SET {
 namespace {
@@ -47,11 +47,11 @@ inline Ints absolute(Ints a)
     return (a ^ sign) - sign;
 }
 
-[[gnu::always_inline]] inline Bytes toPixels(const Sums& sums, bool folded)
+[[gnu::always_inline]] inline Bytes toPixels(const Sums& sums, const FixedKernel& kernel)
 {
     Ints values[vectors];
-    unrolled<vectors>([&](int i) { values[i] = shiftRightSigned(sums[i], 15); });
-    if (folded)
+    unrolled<vectors>([&](int i) { values[i] = shiftRightSigned(sums[i], kernel.fraction); });
+    if (kernel.absolute)
         unrolled<vectors>([&](int i) { values[i] = absolute(values[i]); });
     return narrowInOrder({values[0], values[1]}, {values[2], values[3]});
 }
@@ -71,36 +71,166 @@ template <int size>
         });
     }
     addProducts<size>(upper, lower, pairs, x, step, kernel.low);
-    store(upperOut, toPixels(upper, kernel.absolute));
-    store(lowerOut, toPixels(lower, kernel.absolute));
+    store(upperOut, toPixels(upper, kernel));
+    store(lowerOut, toPixels(lower, kernel));
+}
+
+// Sums in two parts, that of the coefficients' upper 16 bits and that of their lower ones, as quotients: negative ones
+// are rounded up.
+inline Ints quotient(Ints high, Ints low, int fraction)
+{
+    const int shift = fraction - 16;
+    const Ints negative = shiftRightSigned(high + shiftRightSigned(low, 16), 31);
+    const Ints carry = shiftRightSigned(low + (negative & broadcastInt(0xFFFF)), 16);
+    return shiftRightSigned(high + carry + (negative & broadcastInt((1U << shift) - 1)), shift);
+}
+
+[[gnu::always_inline]] inline Bytes toPixels(const Sums& high, const Sums& low, const FixedKernel& kernel)
+{
+    const Ints offset = broadcastInt(static_cast<std::uint32_t>(kernel.offset));
+    Ints values[vectors];
+    unrolled<vectors>([&](int i) { values[i] = quotient(high[i], low[i], kernel.fraction) + offset; });
+    return narrowInOrder({values[0], values[1]}, {values[2], values[3]});
 }
 
 template <int size>
+[[gnu::flatten]] void filterExactVector(const std::uint32_t* const* pairs, std::ptrdiff_t x, int step,
+                                        const FixedKernel& kernel, std::uint8_t* upperOut, std::uint8_t* lowerOut)
+{
+    Sums upperHigh, lowerHigh, upperLow, lowerLow;
+    unrolled<vectors>([&](int i) { upperHigh[i] = lowerHigh[i] = upperLow[i] = lowerLow[i] = broadcastInt(0); });
+    addProducts<size>(upperHigh, lowerHigh, pairs, x, step, kernel.high);
+    addProducts<size>(upperLow, lowerLow, pairs, x, step, kernel.low);
+    store(upperOut, toPixels(upperHigh, upperLow, kernel));
+    store(lowerOut, toPixels(lowerHigh, lowerLow, kernel));
+}
+
+using FilterVector = void (*)(const std::uint32_t* const* pairs, std::ptrdiff_t x, int step, const FixedKernel& kernel,
+                              std::uint8_t* upperOut, std::uint8_t* lowerOut);
+
+template <FilterVector vector>
 void filterRows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
                 int step, const FixedKernel& kernel)
 {
     if (count < Bytes::lanes) {
         std::uint8_t pixels[2][Bytes::lanes];
-        filterVector<size>(pairs, 0, step, kernel, pixels[0], pixels[1]);
+        vector(pairs, 0, step, kernel, pixels[0], pixels[1]);
         __builtin_memcpy(upper, pixels[0], static_cast<std::size_t>(count));
         __builtin_memcpy(lower, pixels[1], static_cast<std::size_t>(count));
         return;
     }
     for (std::ptrdiff_t x = 0; x + Bytes::lanes <= count; x += Bytes::lanes)
-        filterVector<size>(pairs, x, step, kernel, upper + x, lower + x);
+        vector(pairs, x, step, kernel, upper + x, lower + x);
     const std::ptrdiff_t last = count - Bytes::lanes;  // ends with the row and repeats a few pixels
     if (count % Bytes::lanes != 0)
-        filterVector<size>(pairs, last, step, kernel, upper + last, lower + last);
+        vector(pairs, last, step, kernel, upper + last, lower + last);
 }
 
 void rows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count, int step,
           const FixedKernel& kernel)
 {
-    const auto filter = kernel.size == 3 ? filterRows<3> : kernel.size == 5 ? filterRows<5> : filterRows<7>;
+    const auto filter = kernel.size == 3   ? filterRows<filterVector<3>>
+                        : kernel.size == 5 ? filterRows<filterVector<5>>
+                                           : filterRows<filterVector<7>>;
     filter(pairs, upper, lower, count, step, kernel);
+}
+
+void exactRows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
+               int step, const FixedKernel& kernel)
+{
+    const auto filter = kernel.size == 3   ? filterRows<filterExactVector<3>>
+                        : kernel.size == 5 ? filterRows<filterExactVector<5>>
+                        : kernel.size == 7 ? filterRows<filterExactVector<7>>
+                                           : filterRows<filterExactVector<9>>;
+    filter(pairs, upper, lower, count, step, kernel);
+}
+
+// Symmetric 3 x 3 kernels, straight from bytes.
+
+// Two coefficients for pairs of words.
+inline Words both(std::int32_t first, std::int32_t second)
+{
+    return {broadcastInt((static_cast<std::uint32_t>(first) & 0xFFFF) | static_cast<std::uint32_t>(second) << 16).r};
+}
+
+// How the sums for the words of a vector become words of results.
+class Finish {
+public:
+    explicit Finish(const FixedKernel& kernel)
+        : offset_(broadcastInt(static_cast<std::uint32_t>(kernel.offset))),
+          fraction_(kernel.fraction),
+          folded_(kernel.absolute),
+          shiftedOnly_(kernel.offset == 0 && !kernel.absolute)
+    {
+    }
+
+    Words operator()(TwoInts sums) const
+    {
+        if (!shiftedOnly_)
+            return narrowSigned({value(sums.low), value(sums.high)});
+        return narrowSigned({shiftRightSigned(sums.low, fraction_), shiftRightSigned(sums.high, fraction_)});
+    }
+
+private:
+    Ints value(Ints sum) const
+    {
+        const Ints shifted = shiftRightSigned(sum + offset_, fraction_);
+        return folded_ ? absolute(shifted) : shifted;
+    }
+
+    Ints offset_;
+    int fraction_;
+    bool folded_, shiftedOnly_;
+};
+
+inline TwoInts operator+(TwoInts a, TwoInts b) { return {a.low + b.low, a.high + b.high}; }
+inline TwoInts products(TwoWords pairs, Words coefficients)
+{
+    return {multiplyAddPairs(pairs.low, coefficients), multiplyAddPairs(pairs.high, coefficients)};
+}
+
+// The pixels of the corners and those of the sides are added before they are multiplied.
+class SymmetricFilter {
+public:
+    struct Row {
+        Columns centre, sides;
+        TwoWords evenAndOdd;
+
+        template <int step>
+        explicit Row(const Neighbours<step>& n)
+            : centre(n.here), sides(n.leftColumns() + n.rightColumns()), evenAndOdd(widen(n.here))
+        {
+        }
+    };
+
+    explicit SymmetricFilter(const FixedKernel& kernel)
+        : finish_(kernel),
+          around_(both(kernel.coefficients[0], kernel.coefficients[1])),
+          even_(both(kernel.coefficients[4], 0)),
+          odd_(both(0, kernel.coefficients[4]))
+    {
+    }
+
+    Bytes operator()(const Row& above, const Row& here, const Row& below) const
+    {
+        const Columns corners = above.sides + below.sides, sides = above.centre + below.centre + here.sides;
+        return interleaveSaturated(
+            finish_(products(pairs(corners.even, sides.even), around_) + products(here.evenAndOdd, even_)),
+            finish_(products(pairs(corners.odd, sides.odd), around_) + products(here.evenAndOdd, odd_)));
+    }
+
+private:
+    Finish finish_;
+    Words around_, even_, odd_;
+};
+
+void band(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel)
+{
+    filterBandWith(SymmetricFilter(kernel), rows, out, {step, true, {}});
 }
 
 }  // namespace
 }  // namespace zkit::ZKIT_SET
 
-const zkit::FixedConvolutionWorkers zkit::FixedConvolutionWorkers::ZKIT_SET = {ZKIT_SET::pair, ZKIT_SET::rows};
+const zkit::FixedConvolutionWorkers zkit::FixedConvolutionWorkers::ZKIT_SET = {ZKIT_SET::pair, ZKIT_SET::rows,
+                                                                               ZKIT_SET::band, ZKIT_SET::exactRows};

@@ -6,13 +6,14 @@
 
 namespace zkit {
 
-// A kernel of size x size, 3, 5 or 7, and how sums become pixels. All numbers wrap at 32 bits.
+// A kernel of size x size, 3, 5, 7 or 9, and how sums become pixels. All numbers wrap at 32 bits.
 struct FixedKernel {
-    static constexpr int largest = 7;
+    static constexpr int largest = 9;
 
     int size;
     std::int32_t coefficients[largest * largest];
-    std::int32_t offset;  // with 15 bits of fraction, like the coefficients
+    std::int32_t offset;
+    int fraction;  // bits of fraction that the coefficients and the offset have
     bool absolute;
 
     // The coefficients for packed workers, for both pixels of an entry, of the upper and of the lower of two
@@ -31,6 +32,15 @@ struct FixedConvolutionWorkers {
     // may be read.
     void (*rows)(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
                  int step, const FixedKernel& kernel);
+
+    // Rows of the result, as a FilterBand, of a 3 x 3 kernel with one coefficient for the corners and one for the
+    // sides, none of them wide; the pixels at the ends of rows are repeated.
+    void (*band)(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel);
+
+    // Like `rows`, but sums are as wide as they need, and the offset, which has no fraction, is added to the quotients,
+    // which are truncated toward zero. The fraction has 16 to 46 bits and coefficients are below 2^30.
+    void (*exactRows)(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
+                      int step, const FixedKernel& kernel);
 
     static const FixedConvolutionWorkers plain, sse2, avx2;
 };

@@ -47,6 +47,81 @@ FloatingKernel borderOf(FloatingKernel kernel, double (&coefficients)[9])
     return kernel;
 }
 
+// Whether the results are those of integers with so many bits of fraction: the coefficients are such, and so few bits
+// apart that no sum of doubles is rounded.
+bool makeExact(const FloatingKernel& from, FixedKernel& kernel)
+{
+    if (from.columns != from.rows || from.columns % 2 == 0 || from.columns == 1 ||
+        from.columns > FixedKernel::largest || (from.rectifier >= 1 && from.rectifier <= 3))
+        return false;
+    const std::ptrdiff_t count = from.columns * from.rows;
+    double largest = 0;
+    for (std::ptrdiff_t i = 0; i < count; ++i)
+        largest = std::max(largest, std::abs(from.coefficients[i]));
+    if (!std::isfinite(largest))
+        return false;
+    int exponent = 0;
+    std::frexp(largest, &exponent);
+    kernel.size = static_cast<int>(from.columns);
+    kernel.fraction = std::min(30 - exponent, 46);
+    kernel.offset = from.offset;
+    if (kernel.fraction < 16)
+        return false;
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+        const double whole = std::ldexp(from.coefficients[i], kernel.fraction);
+        if (!(std::trunc(whole) == whole))
+            return false;
+        kernel.coefficients[i] = static_cast<std::int32_t>(whole);
+    }
+    makePairs(kernel);
+    return true;
+}
+
+// The walk for such kernels. The border of 3 x 3 kernels is filtered once more with its own kernel.
+bool convolveExact(const Source& src, const Target& dst, int step, const FixedKernel& kernel, const FixedKernel& border,
+                   std::uint8_t outsideValue)
+{
+    constexpr int mostPairs = (FixedKernel::largest + 1) / 2;
+    const int half = kernel.size / 2, pairs = half + 1;
+    const std::ptrdiff_t beside = std::ptrdiff_t{half} * step;
+    const std::uint32_t outsideEntry = outsideValue * 0x10001U;
+    WorkRows<std::uint32_t> entries;
+    WorkRows<std::uint8_t> outside, spare;  // the latter for rows of results that do not count
+    if (!entries.make(pairs, beside, src.width, beside, outsideEntry) ||
+        !outside.make(1, 0, src.width, 0, outsideValue) || !spare.make(1, 0, src.width, 0, 0))
+        return false;
+
+    const auto& worker = workers<FixedConvolutionWorkers>();
+    const auto sourceRow = [&](std::ptrdiff_t y) {
+        return y >= 0 && y < src.height ? src.data + y * src.pitch : outside.row(0);
+    };
+    std::ptrdiff_t made = 0;  // pair i consists of rows 2 i - half and 2 i - half + 1
+    for (std::ptrdiff_t y = 0; y < src.height; y += 2) {
+        for (; made < y / 2 + pairs; ++made)
+            worker.pair(sourceRow(2 * made - half), sourceRow(2 * made - half + 1), entries.row(made % pairs),
+                        src.width);
+        std::uint8_t* const upper = dst.data + y * dst.pitch;
+        std::uint8_t* const lower = y + 1 < src.height ? upper + dst.pitch : spare.row(0);
+        const auto filter = [&](std::ptrdiff_t x, std::ptrdiff_t count, std::uint8_t* first, std::uint8_t* second,
+                                const FixedKernel& of) {
+            const std::uint32_t* around[mostPairs];
+            for (int p = 0; p < pairs; ++p)
+                around[p] = entries.row((y / 2 + p) % pairs) + x;
+            worker.exactRows(around, first + x, second + x, count, step, of);
+        };
+        filter(0, src.width, upper, lower, kernel);
+        if (kernel.size == 3) {
+            filter(0, step, upper, lower, border);
+            filter(src.width - step, step, upper, lower, border);
+            if (y == 0 || y + 1 == src.height)
+                filter(0, src.width, upper, spare.row(0), border);
+            if (y + 2 == src.height)
+                filter(0, src.width, spare.row(0), lower, border);
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& kernel)
@@ -66,9 +141,7 @@ bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& ke
     WorkRows<double> coefficients, entries, outside;  // beside the entries of a row lie outside values
     WorkRows<const double*> around;
     if (!(inPlace(src, dst) || separate.forNeighbours(src, dst)) ||
-        !coefficients.make(1, 0, weighed.rows * weighed.columns, 0, 0) ||
-        !entries.make(slots, left, src.width, right, outsideValue) ||
-        !outside.make(1, left, src.width, right, outsideValue) || !around.make(1, 0, weighed.rows, 0, nullptr))
+        !coefficients.make(1, 0, weighed.rows * weighed.columns, 0, 0))
         return false;
     weigh(kernel, coefficients.row(0), weighed.rows * weighed.columns);
     weighed.coefficients = coefficients.row(0);
@@ -76,7 +149,13 @@ bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& ke
     const bool bordered = weighed.columns == 3 && weighed.rows == 3;
     double borderCoefficients[9];
     const FloatingKernel border = bordered ? borderOf(weighed, borderCoefficients) : weighed;
+    FixedKernel exact{}, exactBorder{};
+    if (outsideValue <= 255 && makeExact(weighed, exact) && makeExact(border, exactBorder))
+        return convolveExact(src, dst, step, exact, exactBorder, static_cast<std::uint8_t>(outsideValue));
 
+    if (!entries.make(slots, left, src.width, right, outsideValue) ||
+        !outside.make(1, left, src.width, right, outsideValue) || !around.make(1, 0, weighed.rows, 0, nullptr))
+        return false;
     const auto& worker = workers<FloatingConvolutionWorkers>();
     std::ptrdiff_t made = 0;
     for (std::ptrdiff_t y = 0; y < src.height; ++y) {

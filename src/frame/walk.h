@@ -1,12 +1,15 @@
 // Walking over the rows of regions.
 #pragma once
 
+#include "frame/checks.h"
 #include "frame/overlap.h"
 #include "frame/planes.h"
 #include "simd/bands.h"
 #include "simd/stores.h"
 
 #include <array>
+#include <memory>
+#include <new>
 #include <span>
 #include <tuple>
 
@@ -62,8 +65,24 @@ bool pointRows(const ZGenericROI* dst, Row row, const Sources*... sources)
 }
 
 // Filters all rows from the top down. Source and destination may overlap; the destination is as large as the source.
-// Widths count bytes. Raises 1303 and returns false when there is no memory for the rows it keeps.
-bool filterRows(Source src, const Target& dst, const Border& border, FilterBand filter,
-                Above given = Above::unfiltered);
+// Widths count bytes. `filter` is a FilterBand or an object that is called like one. Raises 1303 and returns false when
+// there is no memory for the rows it keeps.
+template <class Band>
+bool filterRows(Source src, const Target& dst, const Border& border, const Band& filter,
+                Above given = Above::unfiltered)
+{
+    if (src.width <= 0 || src.height <= 0)
+        return true;
+    SeparateSource separate;
+    const bool overwritten = inPlace(src, dst);
+    if (!overwritten && !separate.forNeighbours(src, dst))
+        return false;
+    const auto bytes = static_cast<std::size_t>(rowsKept(overwritten)) * static_cast<std::size_t>(src.width);
+    const std::unique_ptr<std::uint8_t[]> memory(new (std::nothrow) std::uint8_t[bytes]);
+    if (!require(memory != nullptr, Z_ERROR_OUT_OF_MEMORY))
+        return false;
+    filterBands(src, dst, border, filter, given, memory.get());
+    return true;
+}
 
 }  // namespace zkit

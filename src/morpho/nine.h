@@ -33,8 +33,8 @@ Bytes ofThreeRows(const Three<Extreme>& above, const Three<Extreme>& here, const
 // takes the fewest loads, by which so little work is bound.
 template <class Extreme>
 struct AlongTwoRows {
-    template <int step>
-    static std::ptrdiff_t within(const std::uint8_t* const* rows, const Target& out, std::ptrdiff_t x,
+    template <int step, class Filter>
+    static std::ptrdiff_t within(const Filter&, const std::uint8_t* const* rows, const Target& out, std::ptrdiff_t x,
                                  std::ptrdiff_t last)
     {
         if (out.height < 2 || x + Bytes::lanes > last)

@@ -26,9 +26,10 @@ inline std::ptrdiff_t rowsKept(bool overwritten) { return overwritten ? 2 + rows
 
 // Filters all rows from the top down. The destination is as large as the source, and the same pixels or apart. Widths
 // count bytes; `memory` has room for as many rows as are kept. Where rows count the one above them as filtered already,
-// bands are single rows.
-inline void filterBands(const Source& src, const Target& dst, const Border& border, FilterBand filter, Above given,
-                        std::uint8_t* memory)
+// bands are single rows. `filter` is a FilterBand or an object that is called like one.
+template <class Band>
+void filterBands(const Source& src, const Target& dst, const Border& border, const Band& filter, Above given,
+                 std::uint8_t* memory)
 {
     const bool overwritten = src.data == dst.data, sequential = overwritten && given == Above::filtered;
     std::uint8_t *const outside = memory, *const kept = memory + src.width;

@@ -1,8 +1,9 @@
 // Bands of rows of 3 x 3 filters on bytes, grey or interleaved colour.
 //
-// A filter is a function Bytes(const Row& above, const Row& here, const Row& below): the results for the pixels of
-// `here`. Row, a class of the filter's, is what it needs to know of a vector of pixels, made from their Neighbours. A
-// vector is walked down a whole band, so that every Row is made once for the three rows of results that it is part of.
+// A filter is a function Bytes(const Row& above, const Row& here, const Row& below), or an object with such an operator
+// and a type Row: the results for the pixels of `here`. Row, a class of the filter's, is what it needs to know of a
+// vector of pixels, made from their Neighbours. A vector is walked down a whole band, so that every Row is made once
+// for the three rows of results that it is part of.
 #pragma once
 
 #include "simd/vector.h"
@@ -104,15 +105,23 @@ struct Last {
     }
 };
 
-template <class Row>
-Row rowOf(Bytes (*filter)(const Row& above, const Row& here, const Row& below));
+template <class R>
+R rowOf(Bytes (*filter)(const R& above, const R& here, const R& below));
+
+// A function as an object.
+template <auto filter>
+struct Formula {
+    using Row = decltype(rowOf(filter));
+
+    Bytes operator()(const Row& above, const Row& here, const Row& below) const { return filter(above, here, below); }
+};
 
 // The columns from x on; neighbours(p) are those of the pixels at p.
-template <auto filter, class NeighboursAt>
-[[gnu::flatten]] void filterColumns(const std::uint8_t* const* rows, const Target& out, std::ptrdiff_t x,
-                                    const NeighboursAt& neighbours)
+template <class Filter, class NeighboursAt>
+[[gnu::flatten]] void filterColumns(const Filter filter, const std::uint8_t* const* rows, const Target& out,
+                                    std::ptrdiff_t x, const NeighboursAt& neighbours)
 {
-    using Row = decltype(rowOf(filter));
+    using Row = typename Filter::Row;
     const auto at = [&, rows, x](std::ptrdiff_t y) { return Row(neighbours(rows[y] + x)); };
     std::uint8_t* result = out.data + x;
     const auto put = [&result, pitch = out.pitch](Bytes pixels) {
@@ -141,15 +150,14 @@ template <auto filter, class NeighboursAt>
 
 // How a filter takes the vectors within rows, those at the ends aside: down a band of all its rows, written out one
 // after the other, so that their addresses stay in registers.
-template <auto filter>
 struct DownTheBand {
     // Filters vectors from column x on, none beyond column `last`, where the last one of the row begins. Returns the
     // first column that is left.
-    template <int step>
-    [[gnu::flatten]] static std::ptrdiff_t within(const std::uint8_t* const* rows, const Target& out, std::ptrdiff_t x,
-                                                  std::ptrdiff_t last)
+    template <int step, class Filter>
+    [[gnu::flatten]] static std::ptrdiff_t within(const Filter filter, const std::uint8_t* const* rows,
+                                                  const Target& out, std::ptrdiff_t x, std::ptrdiff_t last)
     {
-        using Row = decltype(rowOf(filter));
+        using Row = typename Filter::Row;
         if (out.height != rowsOfBand)
             return x;
         const std::uint8_t* from[rowsOfBand + 2];
@@ -171,50 +179,60 @@ struct DownTheBand {
 };
 
 // Rows that are too short for a vector at either end are filtered among what lies outside them.
-template <auto filter, int step>
-void filterShortRows(const std::uint8_t* const* rows, const Target& out, const Outside<step>& outside)
+template <class Filter, int step>
+void filterShortRows(const Filter& filter, const std::uint8_t* const* rows, const Target& out,
+                     const Outside<step>& outside)
 {
     constexpr int most = 2 * Bytes::lanes;  // pixels that are filtered, whatever the width
     std::uint8_t padded[rowsOfBand + 2][2 * most] = {}, filtered[rowsOfBand][most];
     const std::uint8_t* paddedRows[rowsOfBand + 2];
+    for (int y = 0; y < rowsOfBand + 2; ++y)
+        paddedRows[y] = padded[y] + Bytes::lanes;
     for (std::ptrdiff_t y = 0; y < out.height + 2; ++y) {
         std::uint8_t* const row = padded[y] + Bytes::lanes;
         store(row - Bytes::lanes, outside.before(rows[y]));
         __builtin_memcpy(row, rows[y], static_cast<std::size_t>(out.width));
         store(row + out.width, outside.after(rows[y] + out.width));
-        paddedRows[y] = row;
     }
     for (int x = 0; x < most; x += Bytes::lanes)
-        filterColumns<filter>(paddedRows, {filtered[0], most, most, out.height}, x, Within<step>());
+        filterColumns(filter, paddedRows, {filtered[0], most, most, out.height}, x, Within<step>());
     for (std::ptrdiff_t y = 0; y < out.height; ++y)
         __builtin_memcpy(out.data + y * out.pitch, filtered[y], static_cast<std::size_t>(out.width));
 }
 
-template <auto filter, class Walk, int step>
-void filterRowsOf(const std::uint8_t* const* rows, const Target& out, const Outside<step>& outside)
+template <class Walk, class Filter, int step>
+void filterRowsOf(const Filter& filter, const std::uint8_t* const* rows, const Target& out,
+                  const Outside<step>& outside)
 {
     if (out.width < Bytes::lanes + step) {
-        filterShortRows<filter>(rows, out, outside);
+        filterShortRows(filter, rows, out, outside);
         return;
     }
     // The last two vectors end with the row and with the last pixel that has a right neighbour; they may repeat
     // columns.
     const std::ptrdiff_t last = out.width - Bytes::lanes;
-    filterColumns<filter>(rows, out, 0, First<step>{outside});
-    std::ptrdiff_t x = Walk::template within<step>(rows, out, Bytes::lanes, last);
+    filterColumns(filter, rows, out, 0, First<step>{outside});
+    std::ptrdiff_t x = Walk::template within<step>(filter, rows, out, Bytes::lanes, last);
     for (; x < last; x += Bytes::lanes)
-        filterColumns<filter>(rows, out, x < last - step ? x : last - step, Within<step>());
-    filterColumns<filter>(rows, out, last, Last<step>{outside});
+        filterColumns(filter, rows, out, x < last - step ? x : last - step, Within<step>());
+    filterColumns(filter, rows, out, last, Last<step>{outside});
+}
+
+// A worker of type FilterBand, but for the filter.
+template <class Filter, class Walk = DownTheBand>
+void filterBandWith(const Filter& filter, const std::uint8_t* const* rows, const Target& out, const Border& border)
+{
+    if (border.step == 1)
+        filterRowsOf<Walk>(filter, rows, out, Outside<1>(border));
+    else
+        filterRowsOf<Walk>(filter, rows, out, Outside<3>(border));
 }
 
 // A worker of type FilterBand.
-template <auto filter, class Walk = DownTheBand<filter>>
+template <auto filter, class Walk = DownTheBand>
 void filterBand(const std::uint8_t* const* rows, const Target& out, const Border& border)
 {
-    if (border.step == 1)
-        filterRowsOf<filter, Walk>(rows, out, Outside<1>(border));
-    else
-        filterRowsOf<filter, Walk>(rows, out, Outside<3>(border));
+    filterBandWith<Formula<filter>, Walk>({}, rows, out, border);
 }
 
 }  // namespace

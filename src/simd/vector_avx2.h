@@ -173,6 +173,11 @@ inline TwoFloats toFloats(Words a, float more = 0)
     return {{_mm256_sub_ps(_mm256_castsi256_ps(_mm256_unpacklo_epi16(a.r, exponent)), offset)},
             {_mm256_sub_ps(_mm256_castsi256_ps(_mm256_unpackhi_epi16(a.r, exponent)), offset)}};
 }
+// The words of two vectors in pairs, which narrowSigned takes back to the order of either.
+inline TwoWords pairs(Words a, Words b)
+{
+    return {{_mm256_unpacklo_epi16(a.r, b.r)}, {_mm256_unpackhi_epi16(a.r, b.r)}};
+}
 inline Words narrow(TwoInts a) { return {_mm256_packus_epi32(a.low.r, a.high.r)}; }
 inline Words narrowSigned(TwoInts a) { return {_mm256_packs_epi32(a.low.r, a.high.r)}; }
 inline Bytes narrow(TwoWords a) { return {_mm256_packus_epi16(a.low.r, a.high.r)}; }

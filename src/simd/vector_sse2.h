@@ -151,6 +151,7 @@ inline TwoFloats toFloats(Words a, float more = 0)
     return {{_mm_sub_ps(_mm_castsi128_ps(_mm_unpacklo_epi16(a.r, exponent)), offset)},
             {_mm_sub_ps(_mm_castsi128_ps(_mm_unpackhi_epi16(a.r, exponent)), offset)}};
 }
+inline TwoWords pairs(Words a, Words b) { return {{_mm_unpacklo_epi16(a.r, b.r)}, {_mm_unpackhi_epi16(a.r, b.r)}}; }
 inline Words narrow(TwoInts a)
 {
     // There is only a signed saturation: the numbers are moved into its range. The smallest one, which no number that

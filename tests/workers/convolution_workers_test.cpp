@@ -19,21 +19,24 @@ TEST(ConvolutionWorkers, pairs_of_rows)
     });
 }
 
-// Coefficients of 16 bits and of 32.
+// Coefficients of 16 bits and of 32, and those with exact sums.
 TEST(ConvolutionWorkers, fixed_point)
 {
     forAwkwardRowsOfSets<FixedConvolutionWorkers>([](const auto& set, Random& random, Pixels::Kind, int width) {
         if (width == 0)
             return;
         FixedKernel kernel{};
-        kernel.size = 2 * random(1, 3) + 1;
-        kernel.wide = random(0, 1);
+        const bool exact = random(0, 1);
+        kernel.size = 2 * random(1, exact ? 4 : 3) + 1;
+        kernel.wide = exact || random(0, 1);
+        kernel.fraction = exact ? random(16, 46) : random(0, 15);
         kernel.absolute = random(0, 1);
         kernel.offset = random(INT32_MIN, INT32_MAX) >> random(0, 31);
         const int size = kernel.size, half = size / 2, step = random(0, 1) ? 1 : 3;
         for (int r = 0; r < size; ++r)
             for (int k = 0; k < size; ++k) {
-                const int low = random(-32768, 32767), high = kernel.wide ? random(-32768, 32767) : 0;
+                const int low = random(-32768, 32767), most = exact ? 16383 : 32767;
+                const int high = kernel.wide ? random(-most, most) >> random(0, 15) : 0;
                 kernel.coefficients[r * size + k] =
                     static_cast<std::int32_t>((static_cast<unsigned>(high) << 16) + static_cast<unsigned>(low));
                 for (const int parity : {0, 1}) {
@@ -51,9 +54,39 @@ TEST(ConvolutionWorkers, fixed_point)
             pairs.push_back(entries.back().data() + half * step);
         }
         Pixels packed(random, Pixels::noise, width + 9, 2), plain(packed);
-        set.workers->rows(pairs.data(), packed.row(0) + 4, packed.row(1) + 4, width, step, kernel);
-        FixedConvolutionWorkers::plain.rows(pairs.data(), plain.row(0) + 4, plain.row(1) + 4, width, step, kernel);
-        EXPECT_EQ(packed.all(), plain.all()) << size << (kernel.wide ? " wide" : "");
+        const auto rows = exact ? &FixedConvolutionWorkers::exactRows : &FixedConvolutionWorkers::rows;
+        (set.workers->*rows)(pairs.data(), packed.row(0) + 4, packed.row(1) + 4, width, step, kernel);
+        (FixedConvolutionWorkers::plain.*rows)(pairs.data(), plain.row(0) + 4, plain.row(1) + 4, width, step, kernel);
+        EXPECT_EQ(packed.all(), plain.all()) << size << (exact ? " exact" : kernel.wide ? " wide" : "");
+    });
+}
+
+// Straight from bytes: symmetric 3 x 3 kernels.
+TEST(ConvolutionWorkers, fixed_point_bands)
+{
+    forAwkwardRowsOfSets<FixedConvolutionWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
+        const int step = random(0, 1) ? 1 : 3, bytes = width * step, height = random(1, rowsOfBand);
+        if (width == 0)
+            return;
+        FixedKernel kernel{};
+        kernel.size = 3;
+        kernel.fraction = random(0, 15);
+        kernel.absolute = random(0, 1);
+        kernel.offset = random(0, 1) ? random(INT32_MIN, INT32_MAX) >> random(0, 31) : 0;
+        const int corner = random(-32768, 32767), side = random(-32768, 32767);
+        for (int i = 0; i < 9; ++i)
+            kernel.coefficients[i] = i == 4 ? random(-32768, 32767) : i % 2 == 0 ? corner : side;
+        const Pixels pixels(random, kind, bytes, height + 2);
+        std::vector<const std::uint8_t*> rows;
+        for (int y = 0; y < height + 2; ++y)
+            rows.push_back(pixels.row(y));
+        Pixels packed(random, Pixels::noise, bytes + 9, height), plain(packed);
+        const auto target = [&](Pixels& of) {
+            return Target{of.row(0) + 4, height > 1 ? of.row(1) - of.row(0) : 0, bytes, height};
+        };
+        set.workers->band(rows.data(), target(packed), step, kernel);
+        FixedConvolutionWorkers::plain.band(rows.data(), target(plain), step, kernel);
+        EXPECT_EQ(packed.all(), plain.all()) << height << " rows, " << kernel.fraction << " bits of fraction";
     });
 }
 
