@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# No operation is forgotten quietly: every one that a public header declares has a row in the contract test and in the
-# hostile one, a test of its own and a benchmark, and every family of workers is driven against its plain one.
+# No operation is forgotten quietly: every one that a public header declares has a row in the table by which the contract
+# test, the hostile one and the fuzzer call it, a test of its own and a benchmark, and every family of workers is driven
+# against its plain one.
 # Usage: operations.sh PROJECT
 set -euo pipefail
 cd "$1"
@@ -14,8 +15,7 @@ missing() {
 mapfile -t operations < <(grep -hoE '\bImg[A-Z][A-Za-z0-9]*\(' include/zkit/img/*.h | tr -d '(' | sort -u)
 [ ${#operations[@]} -gt 0 ] || missing "no operation found"
 for operation in "${operations[@]}"; do
-    grep -q "\b$operation(" tests/frame/contract_test.cpp || missing "$operation has no row in the contract test"
-    grep -q "\"$operation\"" tests/frame/hostile_test.cpp || missing "$operation has no row in the hostile test"
+    grep -qE "\b$operation[(),]" tests/support/operations.cpp || missing "$operation has no row among all operations"
     grep -rqE --include='*_test.cpp' --exclude-dir=frame "\b$operation\b" tests || missing "$operation has no test"
     grep -rqE "\"$operation\"" bench || missing "$operation has no benchmark"
 done

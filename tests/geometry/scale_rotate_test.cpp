@@ -1,5 +1,5 @@
-#include "support/destination.h"
 #include "support/errors.h"
+#include "support/images.h"
 #include "zkit/core/angle.h"
 #include "zkit/img/geometry.h"
 
@@ -138,64 +138,6 @@ TEST_F(ScaleRotateTest, colour_is_grey_three_times)
                 ASSERT_EQ(at(dst, x, y), turned.GetPixel(x, y));
                 ASSERT_EQ(at(shifted, x, y), moved.GetPixel(x, y));
             }
-    }
-}
-
-TEST_F(ScaleRotateTest, the_place_of_the_regions_does_not_matter)
-{
-    const auto turn = [](auto bits) {
-        return [bits](auto src, auto dst) { ImgScaleRotate(src, 9, 5, 8, 5, 1.1F, 1.2F, 20, dst, bits); };
-    };
-    expectSameEverywhere<ZBW8>(turn(0), 80);
-    expectSameEverywhere<ZBW8>(turn(8), 80);
-    expectSameEverywhere<ZC24>(turn(4), 40);
-    expectSameEverywhere<ZBW8>([](auto src, auto dst) { ImgRegister(src, dst, 3, 2, 1, 1, 0); }, 40);
-}
-
-// Two colour images in one buffer, one byte apart: a component of the one is another component of the other.
-TEST_F(ScaleRotateTest, colour_images_may_overlap_by_parts_of_pixels)
-{
-    Random random(9);
-    Bytes buffer(400);
-    ZImage<ZC24> source(10, 10), expected(10, 10), src, dst;
-    fill(source, random);
-    src.Attach(buffer.data(), 10, 10, 30);
-    dst.Attach(buffer.data() + 1, 10, 10, 30);
-    copyPixels(source, src);
-    ImgRegister(&source, &expected, 1, 1, 0, 0, 0);
-    ImgRegister(&src, &dst, 1, 1, 0, 0, 0);
-    EXPECT_EQ(bytesOf(dst), bytesOf(expected));
-}
-
-TEST_F(ScaleRotateTest, any_numbers_do)
-{
-    Random random(7);
-    ZImage<ZBW8> src(37, 29), dst(50, 20);
-    fill(src, random);
-    const float numbers[] = {0,
-                             1,
-                             -1,
-                             0.001F,
-                             1e-30F,
-                             40000,
-                             1e20F,
-                             std::numeric_limits<float>::max(),
-                             std::numeric_limits<float>::infinity(),
-                             std::numeric_limits<float>::quiet_NaN()};
-    const auto any = [&] { return numbers[random(0, 9)] * (random(0, 1) ? 1.0F : 0.7F); };
-    for (int i = 0; i < 3000; ++i) {
-        const float x = any(), y = any(), toX = any(), toY = any(), scaleX = any(), scaleY = any(), angle = any();
-        Bytes results[2];
-        short codes[2];
-        for (const int packed : {0, 1}) {
-            ZSetMMX(packed);
-            codes[packed] = ImgScaleRotate(&src, x, y, toX, toY, scaleX, scaleY, angle, &dst, i % 3 * 4);
-            results[packed] = bytesOf(dst);
-            ZClearError();
-        }
-        ASSERT_EQ(codes[0], codes[1]);
-        ASSERT_TRUE(codes[0] == 0 || codes[0] == 1411);
-        ASSERT_EQ(results[0], results[1]);
     }
 }
 

@@ -1,5 +1,5 @@
-#include "support/destination.h"
 #include "support/errors.h"
+#include "support/images.h"
 #include "zkit/img/geometry.h"
 
 namespace {
@@ -34,21 +34,6 @@ TEST_F(ShrinkTest, large_blocks_are_exact)
     withBothWorkers([&] {
         ImgShrink(&src, &dst);
         EXPECT_EQ(bytesOf(dst), (std::vector<std::uint8_t>{255, 254}));
-    });
-}
-
-TEST_F(ShrinkTest, the_place_of_the_regions_does_not_matter)
-{
-    expectSameEverywhere<ZBW8>([](auto src, auto dst) { ImgShrink(src, dst); }, 20);
-    expectSameEverywhere<ZC24>([](auto src, auto dst) { ImgShrink(src, dst); }, 20);
-    Random random(5);
-    withBothWorkers([&] {
-        ZImage<ZBW8> image(90, 40), apart(31, 17);
-        fill(image, random);
-        ZROI<ZBW8> src(&image, 3, 2, 80, 33), dst(&image, 10, 5, 31, 17);
-        ImgShrink(&src, &apart);
-        ImgShrink(&src, &dst);
-        EXPECT_EQ(bytesOf(dst), bytesOf(apart));
     });
 }
 

@@ -1,5 +1,5 @@
-#include "support/destination.h"
 #include "support/errors.h"
+#include "support/images.h"
 #include "zkit/img/point.h"
 
 #include <set>
@@ -311,50 +311,6 @@ TEST_F(ArithmeticFormsTest, regions_are_checked_in_order)
     EXPECT_FAILURE(1402, "ImgOper1c2");
     EXPECT_EQ(ImgOper1c2(ARITH_LOGIC_ADD, &outside, 1, &grey_), 1401);
     EXPECT_FAILURE(1401, "ImgLut", "ImgLut", "ImgOper1c2");
-}
-
-TEST_F(ArithmeticTest, the_place_of_the_regions_does_not_matter)
-{
-    expectSameEverywhere<ZBW8>([](auto src, auto dst) { ImgOper(ARITH_LOGIC_DIFFERENCE, src, ZBW8{99}, dst); }, 60);
-    expectSameEverywhere<ZC24>(
-        [](auto src, auto dst) {
-            ImgOper(ARITH_LOGIC_SUBTRACT, ZC24{200, 100, 250}, src, dst);
-        },
-        60);
-    expectSameEverywhere<ZBW8>([](auto src, auto dst) { ImgOper(ARITH_LOGIC_SCALED_MULTIPLY, src, src, dst); }, 60);
-    expectSameEverywhere<ZBW8>(
-        [](auto src, auto dst) {
-            ZImage<ZBW8> first(src->GetWidth(), src->GetHeight());
-            ImgOper(ARITH_LOGIC_COPY, 171, &first);
-            ImgOper(ARITH_LOGIC_SUBTRACT, &first, src, dst);  // the second operand is overwritten
-        },
-        60);
-    expectSameEverywhere<ZBW16>(
-        [](auto src, auto dst) {
-            ZImage<ZBW8> second(src->GetWidth(), src->GetHeight());
-            ImgOper(ARITH_LOGIC_COPY, 251, &second);
-            ImgOper(ARITH_LOGIC_MODULO, src, &second, dst);
-        },
-        60);
-}
-
-// Images of different types in one buffer: neither is overwritten before it is read.
-TEST_F(ArithmeticTest, images_of_different_types_may_overlap)
-{
-    withBothWorkers([] {
-        std::vector<std::uint8_t> buffer(600), expected;
-        for (std::size_t i = 0; i < buffer.size(); ++i)
-            buffer[i] = static_cast<std::uint8_t>(7 * i + i / 5);
-        ZImage<ZBW8> grey, greyCopy(40, 3);
-        ZImage<ZC24> colour, colourCopy(40, 3), result(40, 3);
-        grey.Attach(buffer.data() + 100, 40, 3, 50);
-        colour.Attach(buffer.data() + 60, 40, 3, 130);
-        copyPixels(grey, greyCopy);
-        copyPixels(colour, colourCopy);
-        ImgOper(ARITH_LOGIC_XOR, &greyCopy, &colourCopy, &result);
-        ImgOper(ARITH_LOGIC_XOR, &grey, &colour, &colour);
-        EXPECT_EQ(bytesOf(colour), bytesOf(result));
-    });
 }
 
 }  // namespace

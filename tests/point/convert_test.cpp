@@ -1,5 +1,5 @@
-#include "support/destination.h"
 #include "support/errors.h"
+#include "support/images.h"
 #include "zkit/img/point.h"
 
 namespace {
@@ -55,34 +55,6 @@ TEST_F(ConvertTest, colour_and_packed_pixels)
         ImgConvert(&colour, &grey);
         EXPECT_EQ(grey.GetPixel(0, 0), level);
     }
-}
-
-// There and back again, in one buffer where the two images overlap.
-TEST_F(ConvertTest, images_of_different_types_may_overlap)
-{
-    Random random(8);
-    withBothWorkers([&] {
-        for (const int offset : {0, 1, 7, 40, 130}) {
-            std::vector<std::uint8_t> buffer(1200);
-            ZImage<ZBW8> source(33, 4), grey, back(33, 4);
-            ZImage<ZC24> colour;
-            ZImage<ZBW16> wide;
-            fill(source, random);
-            grey.Attach(buffer.data() + offset, 33, 4, 35);
-            colour.Attach(buffer.data() + 5, 33, 4, 101);
-            wide.Attach(buffer.data() + 3, 33, 4, 67);  // at an odd address
-            copyPixels(source, grey);
-            ImgConvert(&grey, &wide, 7);
-            ImgConvert(&wide, &back, 7);
-            EXPECT_EQ(bytesOf(back), bytesOf(source));
-            copyPixels(source, grey);
-            ImgConvert(&grey, &colour);
-            ImgConvert(&colour, &grey);
-            for (int y = 0; y < 4; ++y)
-                for (int x = 0; x < 33; ++x)
-                    ASSERT_EQ(grey.GetPixel(x, y), source.GetPixel(x, y) * 255 / 256);
-        }
-    });
 }
 
 TEST_F(ConvertTest, sizes_are_checked_before_the_pending_error)

@@ -1,5 +1,5 @@
-#include "support/destination.h"
 #include "support/errors.h"
+#include "support/images.h"
 #include "zkit/img/point.h"
 
 #include <cmath>
@@ -132,16 +132,6 @@ TEST_F(GainOffsetTest, colour_takes_its_components_from_the_last_byte_on)
             }
         }
     });
-    expectSameEverywhere<ZC24>(
-        [](auto from, auto to) {
-            ImgGainOffset(from, to, {1.1F, 0.7F, 1.3F}, {3, 0.5F, -8});
-        },
-        60);
-}
-
-TEST_F(GainOffsetTest, the_place_of_the_regions_does_not_matter_where_both_agree)
-{
-    expectSameEverywhere<ZBW8>([](auto src, auto dst) { ImgGainOffset(src, dst, 1.37F, -20); }, 60);
 }
 
 }  // namespace

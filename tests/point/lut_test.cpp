@@ -37,11 +37,6 @@ TEST_F(LutTest, every_entry)
     });
 }
 
-TEST_F(LutTest, the_place_of_the_regions_does_not_matter)
-{
-    expectSameEverywhere<ZBW8>([&](auto src, auto dst) { ImgLut(src, dst, &untyped_); }, 120);
-}
-
 TEST_F(LutTest, the_table_may_be_overwritten)
 {
     ZImage<ZBW8> src(16, 1), dst;

@@ -1,5 +1,5 @@
-#include "support/destination.h"
 #include "support/errors.h"
+#include "support/images.h"
 #include "zkit/img/analysis.h"
 #include "zkit/img/point.h"
 
@@ -162,32 +162,6 @@ TEST_F(ThresholdTest, bits)
     });
 }
 
-// A buffer that holds both images, of bits at any address in it.
-TEST_F(ThresholdTest, bits_and_grey_may_overlap)
-{
-    Random random(5);
-    withBothWorkers([&] {
-        for (const int offset : {0, 1, 30, 40, 90, 300}) {
-            std::vector<std::uint8_t> buffer(400);
-            ZImage<ZBW8> source(70, 4), grey;
-            ZImage<ZBW1> expected(70, 4), bits;
-            fill(source, random);
-            ImgThreshold(&source, &expected, 100);
-            grey.Attach(buffer.data() + 5, 70, 4, 71);
-            bits.Attach(buffer.data() + offset, 70, 4, 9);
-            copyPixels(source, grey);
-            ImgThreshold(&grey, &bits, 100);
-            for (int y = 0; y < 4; ++y)
-                for (int x = 0; x < 70; ++x)
-                    ASSERT_EQ(bits.GetPixel(x, y).bits, expected.GetPixel(x, y).bits);
-            ImgThreshold(&bits, &grey, 1, 2);
-            for (int y = 0; y < 4; ++y)
-                for (int x = 0; x < 70; ++x)
-                    ASSERT_EQ(grey.GetPixel(x, y), source.GetPixel(x, y) >= 100 ? 2 : 1);
-        }
-    });
-}
-
 TEST_F(ThresholdTest, regions)
 {
     ZImage<ZBW8> image(8, 8), small(7, 8), empty;
@@ -212,10 +186,6 @@ TEST_F(ThresholdTest, regions)
     EXPECT_FAILURE(1402, "ImgThreshold (C24)");
     EXPECT_EQ(ImgThreshold(&image, &outside, 300, 1, 2, 0), 1401);
     EXPECT_FAILURE(1401, "ImgThreshold");
-    expectSameEverywhere<ZBW8>([](auto src, auto dst) { ImgThreshold(src, dst, 100, 0, 255, 0); }, 20);
-    expectSameEverywhere<ZBW8>(
-        [](auto src, auto dst) { ImgThreshold(src, dst, static_cast<unsigned>(IMG_THRESHOLD_ISODATA), 9, 5, 0); }, 20);
-    expectSameEverywhere<ZBW8>([](auto src, auto dst) { ImgDoubleThreshold(src, dst, 80, 160, 1, 2, 3); }, 20);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-#include "support/destination.h"
 #include "support/errors.h"
+#include "support/images.h"
 #include "zkit/img/point.h"
 
 namespace {
@@ -59,13 +59,6 @@ TEST_F(UniformizeTest, regions)
     EXPECT_FAILURE(1401, "ImgUniformize (light background)");
     ImgUniformize(&image, 1, &image, 0, &small, &image);
     EXPECT_FAILURE(1402, "ImgUniformize (light/dark background)");
-    expectSameEverywhere<ZBW8>([](auto src, auto dst) { ImgUniformize(src, 180, src, dst); }, 30);
-    expectSameEverywhere<ZBW8>(
-        [](auto src, auto dst) {
-            ZImage<ZBW8> dark(src->GetWidth(), src->GetHeight());
-            ImgUniformize(src, 180, src, 10, &dark, dst);
-        },
-        30);
 }
 
 }  // namespace

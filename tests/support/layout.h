@@ -1,12 +1,16 @@
-// Where images lie in a byte buffer and regions in the images, as a fuzzer's input says: apart, the same or
-// overlapping, at any address and pitch, and sometimes unusable.
+// Where images lie in a byte buffer and regions in the images, as an input says: apart, the same or overlapping, at any
+// address and pitch, and sometimes unusable.
 #pragma once
 
 #include "support/input.h"
 #include "zkit/core/roi.h"
 
-#include <cstdio>
+#include <sstream>
+#include <string>
 #include <vector>
+
+// What the regions of a layout are like: of any kind, or all of one.
+enum class Regions { any, overlapping, null, withoutImage, empty, outside, backwards };
 
 class Layout {
 public:
@@ -26,7 +30,11 @@ public:
     };
 
     // Most regions will be of one size.
-    explicit Layout(Input& input) : width_(input.number(0, 70)), height_(input.number(0, 20)), end_(input.number(0, 63))
+    explicit Layout(Input& input, Regions kind = Regions::any)
+        : kind_(kind),
+          width_((input.number(0, 70) + 8) % 71),
+          height_((input.number(0, 20) + 8) % 21),
+          end_(input.number(0, 63))
     {
     }
 
@@ -34,8 +42,9 @@ public:
     template <class T>
     std::size_t add(Input& input)
     {
-        regions_.push_back(choose(input, zkit::bitsPerPixel<T>));
-        if (input.oneIn(16)) {
+        const int bits = zkit::bitsPerPixel<T>;
+        regions_.push_back(kind_ == Regions::any ? choose(input, bits) : ofKind(bits));
+        if (kind_ == Regions::any && input.oneIn(16)) {
             Region& r = regions_.back();
             int* const numbers[] = {&r.x, &r.y, &r.width, &r.height};
             *numbers[input.number(0, 3)] = input.oneIn(4) ? input.take<int>() : input.number(-3, 80);
@@ -85,19 +94,36 @@ public:
             action(offset(image.at(r.x, y)), bytes);
     }
 
-    void print() const
+    std::string text() const
     {
-        std::fprintf(stderr, "%zu bytes\n", size());
+        std::ostringstream out;
+        out << size() << " bytes\n";
         for (const Image& i : images_)
-            std::fprintf(stderr, "image of %d bits a pixel: %d x %d, pitch %td, at %td\n", i.bits, i.width, i.height,
-                         i.pitch, offset(i.first));
+            out << "image of " << i.bits << " bits a pixel: " << i.width << " x " << i.height << ", pitch " << i.pitch
+                << ", at " << offset(i.first) << '\n';
         for (const Region& r : regions_)
-            std::fprintf(stderr, "region %s %zu: %d x %d at %d,%d\n",
-                         r.kind == Region::onImage ? "on image" : "null or without image", r.image, r.width, r.height,
-                         r.x, r.y);
+            out << "region " << (r.kind == Region::onImage ? "on image " : "null or without image ") << r.image << ": "
+                << r.width << " x " << r.height << " at " << r.x << ',' << r.y << '\n';
+        return out.str();
     }
 
 private:
+    Region ofKind(int bits)
+    {
+        if (kind_ == Regions::overlapping) {  // every one a pixel further, in one buffer whatever the types of pixels
+            const int at = static_cast<int>(regions_.size());
+            return {Region::onImage, place({bits, 20, 20, 64, 0}), at, at, 16, 16};
+        }
+        if (kind_ == Regions::outside || kind_ == Regions::backwards) {
+            const bool outside = kind_ == Regions::outside;
+            return {Region::onImage, place({bits, 8, 8, 64, end_}), 4, 4, outside ? 5 : -1, outside ? 4 : 2};
+        }
+        images_.push_back({bits});
+        if (kind_ == Regions::empty)
+            return {Region::onImage, images_.size() - 1};
+        return {kind_ == Regions::null ? Region::null : Region::withoutImage, images_.size() - 1, 0, 0, 8, 8};
+    }
+
     Region choose(Input& input, int bits)
     {
         const int kind = input.number(0, 63);
@@ -155,6 +181,7 @@ private:
         return images_.size() - 1;
     }
 
+    Regions kind_;
     int width_, height_;
     std::ptrdiff_t begin_ = 0, end_;
     std::vector<Image> images_;

@@ -1,11 +1,14 @@
-// Reading a fuzzer's bytes as arguments. From the end of the bytes on everything reads as zero, which is made the most
-// ordinary choice everywhere, so that few bytes are needed to get somewhere.
+// Reading bytes, of a fuzzer or random ones, as arguments. From the end of the bytes on everything reads as zero, which
+// is made the most ordinary choice everywhere, so that few bytes are needed to get somewhere.
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
+#include <limits>
 #include <span>
 #include <type_traits>
 
@@ -40,17 +43,30 @@ public:
     template <class T>
     T integer()
     {
-        return oneIn(8) ? take<T>() : static_cast<T>(number(0, 40));
+        if (!oneIn(8))
+            return static_cast<T>((number(0, 40) + 1) % 41);
+        const T values[] = {take<T>(), std::numeric_limits<T>::min(), std::numeric_limits<T>::max(),
+                            static_cast<T>(number(-8, 300))};
+        return values[number(0, 3)];
     }
 
-    // Near 1, of a byte's range, of 16 bits and a little more, or any bit pattern.
+    // Near 1, of a byte's range, of 16 bits and a little more, any bit pattern or what is hardly a number.
     float real()
     {
-        const int kind = number(0, 3);
-        if (kind == 3)
-            return take<float>();
-        const float scales[] = {1.0F / 4096, 1.0F / 64, 1.5F};
-        return static_cast<float>(take<std::int16_t>()) * scales[kind];
+        using Limits = std::numeric_limits<float>;
+        constexpr float values[] = {Limits::quiet_NaN(),
+                                    Limits::infinity(),
+                                    -Limits::infinity(),
+                                    Limits::max(),
+                                    Limits::lowest(),
+                                    Limits::min(),
+                                    0};
+        constexpr float scales[] = {1.0F / 4096, 1.0F / 64, 1.5F};
+        const int kind = number(0, 8) % 5;
+        const float any = take<float>();
+        if (kind > 2)
+            return kind == 3 ? any : values[number(0, std::size(values) - 1)];
+        return (kind == 0 ? 1.0F : 0.0F) + static_cast<float>(std::bit_cast<std::int32_t>(any) >> 16) * scales[kind];
     }
 
     // Fills pixels: with the input's own bytes again and again, or with noise in some of the bits, which may be none,
