@@ -1,15 +1,16 @@
-// What operations that need memory do without it. A row per operation.
+// What operations that need memory do without it: all between regions that overlap, and a row for other circumstances.
 #include "support/errors.h"
 #include "support/failing_allocation.h"
 #include "support/images.h"
-#include "zkit/color.h"
-#include "zkit/img.h"
+#include "support/operation.h"
 
 #include <cstdio>
 #include <functional>
 #include <set>
 #include <string>
 #include <vector>
+
+void useWorkers(int choice) { ZSetMMX(choice != 0); }
 
 namespace {
 
@@ -49,8 +50,17 @@ void followOutline(Path& outline)
     ImgContour(&image, CONTOUR_CLOCKWISE, 2, 2, CONTOUR_THRESHOLD_ABOVE, 200, CONNEXITY_8, &outline);
 }
 
-ZVector table(3);
-ZKernel fixed(KERNEL_LOWPASS_1), floating(4, 4, 1, 0, 2, 0);
+// With a result that has no storage yet.
+template <class Result>
+std::function<void()> fresh(void (*call)(Result*))
+{
+    return [call] {
+        Result result;
+        call(&result);
+    };
+}
+
+ZKernel floating(4, 4, 1, 0, 2, 0);
 const std::string path = testing::TempDir() + "zkit_allocation_test";
 
 const std::vector<Row> imageOperations = {
@@ -70,27 +80,7 @@ const std::vector<Row> imageOperations = {
          vector.SetStructure(2, 1, 10, 1);
          vector.Reallocate(100);
      }},
-    {"ImgLut", {1303}, [] { ImgLut(&grey.src, &grey.dst, &table); }},
-    {"ImgNormalize", {1303}, [] { ImgNormalize(&grey.src, &grey.dst, 100, 10); }},
-    {"ImgGainOffset", {1303}, [] { ImgGainOffset(&grey.src, &grey.dst, 2, 1); }},
-    {"ImgGainOffset (C24)",
-     {1303},
-     [] {
-         ImgGainOffset(&colour.src, &colour.dst, {2, 2, 2}, {1, 1, 1});
-     }},
-    {"ImgTransform",
-     {1303},
-     [] {
-         ImgTransform(
-             &grey.src, &grey.dst, [](unsigned char pixel) -> unsigned char { return pixel; }, 1);
-     }},
-    {"ImgUniformize", {1303}, [] { ImgUniformize(&grey.src, 1, &grey.src, 0, &grey.src, &grey.dst); }},
-    {"ImgOper1c2", {1303, 1601}, [] { ImgOper1c2(ARITH_LOGIC_ADD, &grey.src, 1, &grey.dst); }},
-    {"ImgOper123", {1303}, [] { ImgOper123(ARITH_LOGIC_ADD, &grey.src, &grey.src, &grey.dst); }},
     {"ImgOper", {1303}, [] { ImgOper(ARITH_LOGIC_INVERT, &grey.src, &grey.dst); }},
-    {"ImgOper (C24)", {1303}, [] { ImgOper(ARITH_LOGIC_ADD, &colour.src, &colour.dst, &colour.dst); }},
-    {"ImgConvert (BW8 to BW16)", {1303}, [] { ImgConvert(over<ZBW8>(wide), &wide.dst, 0); }},
-    {"ImgConvert (C24 to BW8)", {1303}, [] { ImgConvert(&colour.src, over<ZBW8>(colour)); }},
     {"ZKernel", {1303}, [] { const ZKernel kernel(KERNEL_SOBEL_X), other(5, 5, 1, 0, 2, 0); }},
     {"ZKernel::SetSizeX",
      {1303},
@@ -99,12 +89,8 @@ const std::vector<Row> imageOperations = {
          kernel.SetSizeY(3);
          kernel.SetSizeX(3);
      }},
-    {"ImgConvolKernel", {1303}, [] { ImgConvolKernel(&grey.src, &grey.dst, &fixed); }},
     {"ImgConvolKernel floating", {1303}, [] { ImgConvolKernel(&grey.src, &grey.dst, &floating); }},
-    {"ImgConvolKernel (C24)", {1303}, [] { ImgConvolKernel(&colour.src, &colour.dst, &fixed); }},
-    {"ImgConvolLowpass3", {1303}, [] { ImgConvolLowpass3(&grey.src, &grey.dst); }},
     {"ImgConvolLowpass3 in place", {1303}, [] { ImgConvolLowpass3(&grey.src, &grey.src); }},
-    {"ImgConvolLowpass3 (C24)", {1303}, [] { ImgConvolLowpass3(&colour.src, &colour.dst); }},
     {"ImgConvolLowpass1X", {1303}, [] { ImgConvolLowpass1X(&grey.src, &grey.src); }},
     {"ImgConvolRoberts", {1303}, [] { ImgConvolRoberts(&grey.image, &grey.dst); }},
     {"ImgConvolRoberts (C24)", {1303}, [] { ImgConvolRoberts(&colour.image, &colour.dst); }},
@@ -144,24 +130,11 @@ const std::vector<Row> vectorOperations = {
 };
 
 const std::vector<Row> otherOperations = {
-    {"ImgHistogram",
-     {1303},
-     [] {
-         ZBW8HistogramVector histogram;
-         ImgHistogram(&grey.src, &histogram);
-     }},
-    {"ImgHistogram (ZBW16)",
-     {1303},
-     [] {
-         ZBW8HistogramVector histogram;
-         ImgHistogram(&wide.src, &histogram, 11, 8, 1);
-     }},
-    {"ImgHistogram (ZVector)",
-     {1303},
-     [] {
-         ZVector histogram;
-         ImgHistogram(&grey.src, &histogram);
-     }},
+    {"ImgHistogram", {1303}, fresh<ZBW8HistogramVector>([](auto* to) { ImgHistogram(&grey.src, to); })},
+    {"ImgHistogram (ZBW16)", {1303}, fresh<ZBW8HistogramVector>([](auto* to) {
+         ImgHistogram(&wide.src, to, 11, 8, 1);
+     })},
+    {"ImgHistogram (ZVector)", {1303}, fresh<ZVector>([](auto* to) { ImgHistogram(&grey.src, to); })},
     {"ImgSetupEqualize",
      {1303},
      [] {
@@ -169,25 +142,9 @@ const std::vector<Row> otherOperations = {
          if (ZGetError() == Z_OK)
              ImgSetupEqualize(&histogram, &equalizing);
      }},
-    {"ImgEqualize", {1303}, [] { ImgEqualize(&grey.src, &grey.dst); }},
-    {"ImgProjectOnARow",
-     {1303},
-     [] {
-         ZBW32Vector sums;
-         ImgProjectOnARow(&grey.src, &sums);
-     }},
-    {"ImgProjectOnAColumn",
-     {1303},
-     [] {
-         ZVector sums;
-         ImgProjectOnAColumn(&grey.src, &sums);
-     }},
-    {"ImgContour",
-     {1303},
-     [] {
-         ZPathVector outline;
-         followOutline(outline);
-     }},
+    {"ImgProjectOnARow", {1303}, fresh<ZBW32Vector>([](auto* to) { ImgProjectOnARow(&grey.src, to); })},
+    {"ImgProjectOnAColumn", {1303}, fresh<ZVector>([](auto* to) { ImgProjectOnAColumn(&grey.src, to); })},
+    {"ImgContour", {1303}, fresh<ZPathVector>([](auto* to) { followOutline(*to); })},
     {"ImgContour (ZVector)",
      {1303},
      [] {
@@ -195,12 +152,9 @@ const std::vector<Row> otherOperations = {
          if (outline.SetType(1, 1, 0) == Z_OK)
              followOutline(outline);
      }},
-    {"ImgImageToLineSegment",
-     {1303},
-     [] {
-         ZC24Vector profile;
-         ImgImageToLineSegment(&colour.src, &profile, 0, 0, 9, 9);
-     }},
+    {"ImgImageToLineSegment", {1303}, fresh<ZC24Vector>([](auto* to) {
+         ImgImageToLineSegment(&colour.src, to, 0, 0, 9, 9);
+     })},
     {"ImgGetProfilePeaks",
      {1303},
      [] {
@@ -218,48 +172,21 @@ const std::vector<Row> otherOperations = {
          ImgProfileDerivative(&profile, &slopes);
      }},
     {"ImgThreshold", {1303}, [] { ImgThreshold(&grey.src, &grey.dst, unsigned(IMG_THRESHOLD_ISODATA), 0, 255, 0.5F); }},
-    {"ImgDoubleThreshold", {1303}, [] { ImgDoubleThreshold(&grey.src, &grey.dst, 9, 99, 0, 1, 2); }},
-    {"ImgThreshold (C24)",
-     {1303},
-     [] {
-         ImgThreshold(&colour.src, over<ZBW8>(colour), {}, {9, 9, 9}, nullptr, 0, 1);
-     }},
-    {"ImgAutoThreshold", {1303}, [] { ImgAutoThreshold(&grey.src, IMG_THRESHOLD_MAX_ENTROPY, 0.5F); }},
-    {"ImgAutoAdaptiveThreshold",
-     {1303},
-     [] { ImgAutoAdaptiveThreshold(&grey.src, &grey.dst, IMG_THRESHOLD_ISODATA, 5, 5); }},
     {"ImgScaleRotate", {1303}, [] { ImgScaleRotate(&grey.src, 0, 0, 0, 0, 1, 1, 20, &grey.dst, 8); }},
     {"ImgScaleRotate (C24)", {1303}, [] { ImgScaleRotate(&colour.src, 0, 0, 0, 0, 1, 1, 20, &colour.dst, 0); }},
     {"ImgErode", {1303, 0}, [] { ImgErode(&grey.src, &grey.dst, 2, 255); }},
     {"ImgOpen", {0}, [] { ImgOpen(&grey.src, &grey.src, 2, 255, 0); }},  // without columns
-    {"ImgDilate (C24)", {1303, 0}, [] { ImgDilate(&colour.src, &colour.dst, 1, {}); }},
-    {"ImgWhiteTopHat (C24)", {1303, 0}, [] { ImgWhiteTopHat(&colour.src, &colour.dst, 2, {}, {}); }},
-    {"ImgMedian", {1303}, [] { ImgMedian(&grey.src, &grey.dst, 0); }},
     {"ImgMedian in place", {1303}, [] { ImgMedian(&grey.src, &grey.src); }},
-    {"ImgMedian (C24)", {1303}, [] { ImgMedian(&colour.src, &colour.src, {}); }},
-    {"ImgShrink", {1303}, [] { ImgShrink(&grey.src, &grey.dst); }},
-    {"ImgShrink (C24)", {1303}, [] { ImgShrink(&colour.src, &colour.dst); }},
 };
 
 const std::vector<Row> temporalOperations = {
-    {"ImgSwapFrames", {1303}, [] { ImgSwapFrames(&grey.src, &grey.dst); }},
-    {"ImgRealignFrame", {1303}, [] { ImgRealignFrame(&grey.src, &grey.dst, 1, 0); }},
     {"ImgRealignFrame by more", {1303}, [] { ImgRealignFrame(&grey.src, &grey.src, 20, 0); }},
-    {"ImgRebuildFrame", {1303}, [] { ImgRebuildFrame(&colour.src, &colour.dst, 0); }},
     {"ZMovingAverage",
      {1303},
      [] {
          ZMovingAverage average(3, 16, 16, 0);
          if (ZGetError() == Z_OK)
              average.Average(&grey.src, &grey.dst);
-     }},
-    {"ImgRecursiveAverage",
-     {1303},
-     [] {
-         ZBW16Vector lut;
-         ImgSetRecursiveAverageLUT(&lut, 2, 0);
-         ImgRecursiveAverage(over<ZBW8>(wide), &wide.dst, &grey.dst, &lut);
-         ImgRecursiveAverage(&grey.src, &wide.dst, over<ZBW8>(wide), &lut);
      }},
     {"ImgWarp",
      {1303},
@@ -281,7 +208,7 @@ void expectAll(const std::vector<Row>& rows)
 {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        expectFailingAllocations(row.codes, row.call);
+        EXPECT_EQ(endsOfFailingAllocations(row.call), row.codes);
     }
 }
 
@@ -294,6 +221,44 @@ protected:
             GTEST_SKIP() << "allocations cannot be made to fail here";
     }
 };
+
+// How failures may end beside 1303: squares leave columns out, and a table that is missing is an empty vector.
+std::set<short> expected(const std::string& name)
+{
+    for (const char* const square : {"ImgErode", "ImgDilate", "ImgOpen", "ImgClose", "TopHat"})
+        if (name.find(square) != std::string::npos)
+            return {0};
+    return name == "ImgOper1c2" ? std::set<short>{1601} : std::set<short>{};
+}
+
+// With ordinary arguments, which not all accept.
+TEST_F(AllocationTest, operations_between_regions_that_overlap)
+{
+    int needing = 0;
+    for (const Operation& operation : operations()) {
+        SCOPED_TRACE(operation.name);
+        Input zeros(nullptr, 0);
+        const Call call = operation.choose(zeros, Regions::overlapping);
+        Arena arena(call.layout, call.bytes, false);
+        const auto run = call.prepare(arena);
+        Outcome outcome{};
+        for (auto* bytes : {&outcome.before, &outcome.results, &outcome.value})
+            bytes->reserve(1000);
+        const auto repeat = [&] {
+            for (auto* bytes : {&outcome.before, &outcome.results, &outcome.value})
+                bytes->clear();
+            run(outcome);
+        };
+        repeat();
+        if (takeFailure().code != Z_OK)
+            continue;
+        const std::set<short> ends = endsOfFailingAllocations(repeat);
+        needing += !ends.empty();
+        for (const short code : ends)
+            EXPECT_TRUE(code == 1303 || expected(operation.name).count(code)) << code;
+    }
+    EXPECT_GT(needing, 60);
+}
 
 TEST_F(AllocationTest, operations_on_images) { expectAll(imageOperations); }
 

@@ -18,10 +18,10 @@ public:
     static bool hasFailed();
 };
 
-// Runs an operation again and again, with its first, its second, … allocation failing, until it needs no more. The
-// failures must end in the codes given, each of which must occur (0 for a failure that is survived), leave no memory
-// behind, and not keep the next call from succeeding.
-void expectFailingAllocations(const std::set<short>& codes, const std::function<void()>& operation);
+// Runs an operation again and again, with its first, its second, … allocation failing, until it needs no more, and
+// returns the codes in which the failures end, 0 for one that is survived. They must leave no memory behind, and not
+// keep the next call from succeeding.
+std::set<short> endsOfFailingAllocations(const std::function<void()>& operation);
 
 // For the allocation functions themselves, about the calling thread.
 bool nextAllocationFails();

@@ -80,7 +80,7 @@ void circle(float x, float y, int rows, float radiusA, float radiusB, int column
         return;
     ZImage<ZBW8> src(60, 50), dst(mapX->GetWidth(), mapX->GetHeight());
     ImgWarp(&src, &dst, mapX, mapY, 0, 0);
-    if (ZGetError() != Z_OK)
+    if (ZGetError() != Z_OK && ZGetError() != Z_ERROR_OUT_OF_MEMORY)
         throw std::logic_error("a map that cannot be used");
 }
 
