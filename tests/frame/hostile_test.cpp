@@ -1,5 +1,5 @@
-// Every operation with arguments that nobody should give it: it ends in a code or in a defined result, the same with all
-// workers and wherever its regions lie, and the sanitizers see nothing.
+// Every operation with arguments that nobody should give it: it ends in a code or in a defined result, the same with
+// all workers and wherever its regions lie, and the sanitizers see nothing.
 #include "support/errors.h"
 #include "support/images.h"
 #include "support/operation.h"
