@@ -88,12 +88,6 @@ inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squa
     return layout;
 }
 
-inline std::int64_t memory(const Source& src, const Target& dst, const Squares& squares)
-{
-    return squares.reach == 1 ? std::int64_t{rowsKept(src.data == dst.data)} * dst.width
-                              : layoutOf(src, dst, squares).total;
-}
-
 // out[i] = the extreme of in[i], in[i + distance], ... `count` of them, the last one being in[i + last].
 template <class Extreme, int count>
 [[gnu::flatten]] void ofSeveral(const std::uint8_t* in, std::ptrdiff_t distance, std::ptrdiff_t last, std::uint8_t* out,

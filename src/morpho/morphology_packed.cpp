@@ -204,18 +204,104 @@ void filterSquares(const Source& src, const Target& dst, const Squares& squares,
     }
 }
 
+inline Border border(const std::uint8_t (&outside)[3], int step)
+{
+    return {step, false, {outside[0], outside[1], outside[2]}};
+}
+
 template <class Extreme>
 void filter(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
 {
     if (squares.reach == 1)
-        filterBands(src, dst, {squares.step, false, {squares.outside[0], squares.outside[1], squares.outside[2]}},
-                    ofNine<Extreme>, Above::unfiltered, memory);
+        filterBands(src, dst, border(squares.outside, squares.step), ofNine<Extreme>, Above::unfiltered, memory);
     else
         filterSquares<Extreme>(src, dst, squares, stores, memory);
+}
+
+inline std::int64_t memory(const Source& src, const Target& dst, const Squares& squares)
+{
+    return squares.reach == 1 ? std::int64_t{rowsKept(src.data == dst.data)} * dst.width
+                              : layoutOf(src, dst, squares).total;
+}
+
+inline Source asSource(const Target& plane) { return {plane.data, plane.pitch, plane.width, plane.height}; }
+
+template <class First, class Second>
+void squaresTwice(const Source& src, const Target& dst, const Squares& squares, std::uint8_t* memory)
+{
+    const std::uint8_t(&next)[3] = squares.outsideNext;
+    filterSquares<First>(src, dst, squares, Stores::cached, memory);
+    filterSquares<Second>(asSource(dst), dst, {squares.reach, squares.step, {next[0], next[1], next[2]}, {}},
+                          Stores::cached, memory);
+}
+
+template <class First, class Second>
+void filterTwice(const Source& src, const Target& dst, const Squares& squares, Stores, std::uint8_t* memory)
+{
+    if (squares.reach > 1) {
+        squaresTwice<First, Second>(src, dst, squares, memory);
+        return;
+    }
+    const Border next = border(squares.outsideNext, squares.step);
+    ofNineTwice<First>(src, border(squares.outside, squares.step), next, memory,
+                       [&](const std::uint8_t* const* rows, std::ptrdiff_t y, std::ptrdiff_t count) {
+                           ofNine<Second>(rows, {dst.data + y * dst.pitch, dst.pitch, dst.width, count}, next);
+                       });
+}
+
+// What is made of a pixel and of what both steps have made of it.
+struct Removed {
+    static Bytes of(Bytes pixels, Bytes filtered) { return subtractSaturated(pixels, filtered); }
+};
+
+struct Added {
+    static Bytes of(Bytes pixels, Bytes filtered) { return subtractSaturated(filtered, pixels); }
+};
+
+// Two rows at a time are filtered, and subtracted while they are in the first-level cache.
+template <class First, class Second, class Difference>
+void topHat(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
+{
+    const auto subtract = [&](std::ptrdiff_t y, const std::uint8_t* filtered, Stores stored) {
+        mapRow(dst.data + y * dst.pitch, dst.width, stored, [filtered, row = src.data + y * src.pitch](auto at) {
+            return Difference::of(at.bytes(row), at.bytes(filtered));
+        });
+    };
+    if (squares.reach > 1) {
+        squaresTwice<First, Second>(src, dst, squares, memory);
+        for (std::ptrdiff_t y = 0; y < dst.height; ++y)
+            subtract(y, dst.data + y * dst.pitch, Stores::cached);
+        return;
+    }
+    const Border next = border(squares.outsideNext, squares.step);
+    const std::ptrdiff_t pitch = pitchBetween(dst.width);
+    std::uint8_t* const filtered = memory + memoryOfTwoSteps(dst.width) - 2 * pitch;
+    ofNineTwice<First>(src, border(squares.outside, squares.step), next, memory,
+                       [&](const std::uint8_t* const* rows, std::ptrdiff_t y, std::ptrdiff_t count) {
+                           for (std::ptrdiff_t i = 0; i < count; i += 2) {
+                               const std::ptrdiff_t few = count - i < 2 ? 1 : 2;
+                               ofNine<Second>(rows + i, {filtered, pitch, dst.width, few}, next);
+                               for (std::ptrdiff_t k = 0; k < few; ++k)
+                                   subtract(y + i + k, filtered + k * pitch, stores);
+                           }
+                       });
+}
+
+inline std::int64_t memoryOfTwo(const Source& src, const Target& dst, const Squares& squares)
+{
+    if (squares.reach == 1)
+        return memoryOfTwoSteps(dst.width);
+    const std::int64_t first = memory(src, dst, squares), second = memory(asSource(dst), dst, squares);
+    return first > second ? first : second;
 }
 
 }  // namespace
 }  // namespace zkit::ZKIT_SET
 
 const zkit::MorphologyWorkers zkit::MorphologyWorkers::ZKIT_SET = {
-    ZKIT_SET::filter<ZKIT_SET::Least>, ZKIT_SET::filter<ZKIT_SET::Greatest>, ZKIT_SET::memory};
+    {ZKIT_SET::filter<ZKIT_SET::Least>, ZKIT_SET::memory},
+    {ZKIT_SET::filter<ZKIT_SET::Greatest>, ZKIT_SET::memory},
+    {ZKIT_SET::filterTwice<ZKIT_SET::Least, ZKIT_SET::Greatest>, ZKIT_SET::memoryOfTwo},
+    {ZKIT_SET::filterTwice<ZKIT_SET::Greatest, ZKIT_SET::Least>, ZKIT_SET::memoryOfTwo},
+    {ZKIT_SET::topHat<ZKIT_SET::Least, ZKIT_SET::Greatest, ZKIT_SET::Removed>, ZKIT_SET::memoryOfTwo},
+    {ZKIT_SET::topHat<ZKIT_SET::Greatest, ZKIT_SET::Least, ZKIT_SET::Added>, ZKIT_SET::memoryOfTwo}};
