@@ -66,13 +66,6 @@ template <class Extreme>
         eachVector(columns.width, [=](auto at, std::ptrdiff_t x) { add(at, x); });
 }
 
-// out = the extremes of two rows.
-template <class Extreme>
-[[gnu::flatten]] void ofTwo(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* out, std::ptrdiff_t width)
-{
-    mapRow(out, width, Stores::cached, [=](auto at) { return Extreme::of(at.bytes(a), at.bytes(b)); });
-}
-
 // out = the extremes of rows row(0) to row(count - 1), of stretches that stay in registers.
 template <class Extreme, class RowAt>
 [[gnu::flatten]] void ofRows(std::ptrdiff_t count, RowAt row, std::uint8_t* out, std::ptrdiff_t width)
