@@ -37,10 +37,6 @@ inline constexpr std::ptrdiff_t slack = 8 * Bytes::lanes;
 // What the rows of a block may take, so that they stay in the second-level cache.
 inline constexpr std::int64_t blockBytes = 1 << 18;
 
-// Panels that would be narrower than this take more, since every row of theirs is a page of its own, which costs more
-// than that they leave the second-level cache.
-inline constexpr std::int64_t panelWidth = 512, panelBytes = 1 << 20;
-
 // The least height of a block that is lower than the squares.
 inline constexpr std::int64_t lowest = 16;
 
@@ -52,9 +48,10 @@ inline std::int64_t aligned(std::int64_t bytes) { return (bytes + alignment - 1)
 
 // The working memory.
 struct Layout {
-    std::int64_t margin, pitch, rows, line;            // of rows, several in a line
-    std::int64_t panel, height, segments, blockPitch;  // of columns and their blocks
-    std::int64_t row, total;
+    std::int64_t margin, pitch, rows, line;  // of rows, several in a line
+    std::int64_t parts, height, kept,
+        blockPitch;  // of columns: blocks in a square, rows in a block, rows to keep
+    std::int64_t total;
 };
 
 inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
@@ -66,25 +63,20 @@ inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squa
     layout.rows = layout.pitch < lineBytes ? (lineBytes + layout.pitch - 1) / layout.pitch : 1;
     layout.line = layout.margin + layout.rows * layout.pitch + slack;
 
-    const std::int64_t side = 2 * std::int64_t{reachWithin(dst.height, squares)} + 1;
-    layout.panel = dst.width;
-    layout.height = side;
-    if (side * dst.width > blockBytes && src.data == dst.data) {
-        const std::int64_t narrow = panelBytes / side < panelWidth ? panelBytes / side : panelWidth;
-        const std::int64_t wide = blockBytes / side;
-        const std::int64_t cut = (wide < narrow ? narrow : wide) / alignment * alignment;
-        layout.panel = cut < alignment ? alignment : cut;
-        layout.panel = layout.panel < dst.width ? layout.panel : dst.width;
-    } else if (side * dst.width > blockBytes) {
-        const std::int64_t low = blockBytes / dst.width;
-        layout.height = low < lowest ? lowest : low;
-        layout.height = layout.height < side ? layout.height : side;
+    const std::int64_t columnReach = reachWithin(dst.height, squares), side = 2 * columnReach + 1;
+    const std::int64_t low = blockBytes / dst.width, most = low < lowest ? lowest : low;
+    layout.parts = (side + most - 1) / most;
+    layout.height = (side + layout.parts - 1) / layout.parts;
+    if (src.data == dst.data) {
+        const std::int64_t ofBlocks = dst.height - columnReach + layout.height;
+        layout.kept = ofBlocks < dst.height ? ofBlocks : dst.height;
     }
-    layout.segments = side / layout.height - 1;
-    layout.blockPitch = aligned(layout.panel + Bytes::lanes);
-    layout.row = aligned(dst.width + slack);
-    layout.total =
-        alignment + 3 * layout.line + 2 * layout.row + (layout.height + layout.segments + 1) * layout.blockPitch;
+    layout.blockPitch = aligned(dst.width + Bytes::lanes);
+    // Beside the blocks: the outside row, three rows of extremes so far, those of all parts but one, and of all of
+    // them.
+    const std::int64_t rows =
+        layout.height + layout.parts + 5 + (layout.parts > 1 ? (layout.kept < side ? layout.kept : side) : 0);
+    layout.total = alignment + 3 * layout.line + rows * layout.blockPitch;
     return layout;
 }
 
@@ -264,7 +256,8 @@ private:
                 extreme = Extreme::of(extreme, load(vectors + x));
                 store(ends + x, extreme);
             }
-            // The next ends are loaded before the bytes that they share with these are stored, and need not wait for it.
+            // The next ends are loaded before the bytes that they share with these are stored, and need not wait for
+            // it.
             extreme = load(vectors + start + block);
             Bytes end = load(ends + start);
             for (std::ptrdiff_t x = start; x < start + block && x < width; x += stride) {
