@@ -214,14 +214,14 @@ private:
     }
 
     // Rows of wide squares, made of as many pixels as a vector has. Where these have none within the region they are as
-    // they have been from the start.
+    // they have been from the start. Results are stored at addresses of whole lines of the cache.
     template <class Each>
     void filterWide(Each each)
     {
-        const std::ptrdiff_t before = (size_ - 1) * step_, first = reach_ * step_ - before;
+        const std::ptrdiff_t before = (size_ - 1) * step_, first = (reach_ * step_ - before) / alignment * alignment;
         each([&](std::ptrdiff_t at, std::uint8_t*) {
             const auto filter = step_ == 1 ? ofVectors<Extreme, 1> : ofVectors<Extreme, 3>;
-            filter(whole_ + at + first, sixteens_ + at + first, dst_.width + before);
+            filter(whole_ + at + first, sixteens_ + at + first, reach_ * step_ + dst_.width - first);
         });
         each([this](std::ptrdiff_t at, std::uint8_t* to) {
             if (side_ <= 4 * size_)

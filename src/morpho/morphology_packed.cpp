@@ -3,8 +3,7 @@
 // passes therefore give the extreme of the square of 2 n + 1 pixels a side, first of its columns, then of the row that
 // these make, and both take a time that does not depend on n:
 //
-// - Columns are cut into blocks. The extreme of a square's column is that of the end of one block, of what lies
-// between,
+// - Columns are cut into blocks. The extreme of a square's column is that of the end of one block, of what lies between
 //   and of the beginning of what comes below. The ends of one block are kept in rows, what lies between belongs to each
 //   of them, and the beginning grows as rows come. Blocks are as high as the squares, or low enough for the cache and
 //   followed by others of which only the extremes are kept. In place rows are kept as they were.
@@ -50,22 +49,22 @@ struct ColumnBlocks {
     std::uint8_t* rowKept(std::ptrdiff_t y) const { return y < toKeep ? kept + y % side() * pitch : nullptr; }
 };
 
-// Takes in the row below all others, which begins a new count or not. With the ends of the block it makes a row of
-// results, `rest` being the end. In place it is kept.
+// Takes in the row below all others. With the ends of the block it makes a row of results, `rest` being the end. In
+// place it is kept.
 template <class Extreme>
-[[gnu::flatten]] void addRow(const ColumnBlocks& columns, const std::uint8_t* in, bool first, const std::uint8_t* rest,
-                             std::uint8_t* kept, std::uint8_t* out)
+[[gnu::flatten]] void addRow(const std::uint8_t* in, const std::uint8_t* before, std::uint8_t* sofar,
+                             const std::uint8_t* rest, std::uint8_t* kept, std::uint8_t* out, std::ptrdiff_t width)
 {
-    const auto add = [=, sofar = columns.sofar, before = first ? in : columns.sofar](auto at, std::ptrdiff_t x) {
+    const auto add = [=](auto at, std::ptrdiff_t x) {
         const Bytes row = at.bytes(in), extreme = Extreme::of(row, at.bytes(before));
         store(sofar + x, extreme);
         store(out + x, Extreme::of(extreme, load(rest + x)));
         return row;
     };
     if (kept)
-        eachVector(columns.width, [=](auto at, std::ptrdiff_t x) { store(kept + x, add(at, x)); });
+        eachVector(width, [=](auto at, std::ptrdiff_t x) { store(kept + x, add(at, x)); });
     else
-        eachVector(columns.width, [=](auto at, std::ptrdiff_t x) { add(at, x); });
+        eachVector(width, [=](auto at, std::ptrdiff_t x) { add(at, x); });
 }
 
 // Takes in the part of which all rows have come. From the block of the same number on it is between the block and the
@@ -88,35 +87,56 @@ const std::uint8_t* endPart(const ColumnBlocks& columns, std::ptrdiff_t part)
     return columns.all;
 }
 
+// The ends of a block of rows row(0) to row(count - 1), with what is below it.
+template <class Extreme, class RowAt>
+void endBlock(const ColumnBlocks& columns, std::ptrdiff_t count, RowAt row, const std::uint8_t* below)
+{
+    for (std::ptrdiff_t y = count - 1; y >= 0; --y) {
+        std::uint8_t* const end = columns.ends + y * columns.pitch;
+        ofTwo<Extreme>(row(y), below, end, columns.width);
+        below = end;
+    }
+}
+
 // Puts the extremes of columns through the filter of rows. When the source is overwritten its rows are kept.
 template <class Extreme>
 void filterColumns(const Source& src, const ColumnBlocks& columns, RowFilter<Extreme>& rows)
 {
-    const std::ptrdiff_t parts = columns.parts, end = src.height + columns.reach;
+    const std::ptrdiff_t width = columns.width, end = src.height + columns.reach;
+    std::uint8_t* const sofar = columns.sofar;
     const auto row = [&](std::ptrdiff_t y) { return y < src.height ? src.data + y * src.pitch : columns.outside; };
     std::ptrdiff_t newest = 0;
     for (std::ptrdiff_t part = 0; newest < end; ++part) {
-        const std::ptrdiff_t begin = newest, block = part - parts;
+        const std::ptrdiff_t begin = newest, block = part - columns.parts;
         const std::uint8_t* between = row(newest);
-        if (part > 1 && parts > 1)
+        if (part > 1 && columns.parts > 1)
             between = endPart<Extreme>(columns, part - 1);
         if (part > 0 && block < 0)
-            ofTwo<Extreme>(columns.first, columns.sofar, columns.first, columns.width);
+            ofTwo<Extreme>(columns.first, sofar, columns.first, width);
         if (block >= 0) {
             const std::ptrdiff_t top = columns.cut(block), next = columns.cut(block + 1);
-            for (std::ptrdiff_t y = (next < src.height ? next : src.height) - 1; y >= top; --y) {
-                std::uint8_t* const rest = columns.ends + (y - top) * columns.pitch;
-                ofTwo<Extreme>(y < newest && y < columns.toKeep ? columns.rowKept(y) : row(y), between, rest,
-                               columns.width);
-                between = rest;
-            }
+            const auto original = [&](std::ptrdiff_t i) -> const std::uint8_t* {
+                const std::ptrdiff_t y = top + i;
+                return y < newest && y < columns.toKeep ? columns.rowKept(y) : row(y);
+            };
+            endBlock<Extreme>(columns, (next < src.height ? next : src.height) - top, original, between);
         }
         for (; newest < columns.cut(part + 1) - 1 && newest < end; ++newest) {
+            const std::uint8_t *const in = row(newest), *const before = newest == begin ? in : sofar;
             const std::uint8_t* const rest =
                 block < 0 ? columns.first : columns.ends + (newest - begin) * columns.pitch;
-            addRow<Extreme>(columns, row(newest), newest == begin, rest, columns.rowKept(newest), rows.row());
-            if (newest >= columns.reach)
-                rows.add();
+            std::uint8_t* const kept = columns.rowKept(newest);
+            if (newest < columns.reach) {
+                ofTwo<Extreme>(in, before, sofar, width);
+                if (kept)
+                    __builtin_memcpy(kept, in, static_cast<std::size_t>(width));
+                continue;
+            }
+            if (newest > src.height && newest != begin)
+                ofTwo<Extreme>(before, rest, rows.row(), width);
+            else
+                addRow<Extreme>(in, before, sofar, rest, kept, rows.row(), width);
+            rows.add();
         }
     }
 }

@@ -70,14 +70,19 @@ TEST(MorphoWorkers, morphology_of_small_regions)
     }
 }
 
-// Squares of more rows than the memory has.
+// Squares of several blocks, and more rows than these are made of at a time.
 TEST(MorphoWorkers, morphology_of_high_squares)
 {
-    for (const auto& set : packedSets<MorphologyWorkers>()) {
+    const int sizesAndReaches[][3] = {{9000, 70, 17}, {9000, 70, 30}, {16500, 120, 27}};
+    for (const auto& [width, height, reach] : sizesAndReaches) {
         Random random(32);
-        const int widthsAndReaches[][2] = {{4101, 33}, {7500, 18}, {9000, 17}, {9000, 30}};
-        for (const auto& [width, reach] : widthsAndReaches)
-            expectSame(set, random, Pixels::noise, width, 70, {reach, 3, {30, 255, 90}, {}});
+        const Pixels src(random, Pixels::noise, width, height);
+        const Squares squares{reach, 3, {30, 255, 90}, {}};
+        const auto eroded = filtered(MorphologyWorkers::plain, &MorphologyWorkers::erode, src, src, squares, true);
+        for (const auto& set : packedSets<MorphologyWorkers>())
+            for (const bool inPlace : {false, true})
+                EXPECT_EQ(filtered(*set.workers, &MorphologyWorkers::erode, src, src, squares, inPlace), eroded)
+                    << width << ' ' << inPlace;
     }
 }
 
