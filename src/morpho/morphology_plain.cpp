@@ -21,7 +21,7 @@ std::uint8_t ofThree(std::uint8_t a, std::uint8_t b, std::uint8_t c)
 template <class Extreme>
 void filterRow(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t width, const Squares& squares)
 {
-    for (std::ptrdiff_t first = 0; first < squares.step; ++first) {
+    for (std::ptrdiff_t first = 0; first < 3 && first < squares.step; ++first) {
         std::uint8_t left = squares.outside[first], here = src[first];
         std::ptrdiff_t x = first;
         for (; x + squares.step < width; x += squares.step) {
