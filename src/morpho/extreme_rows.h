@@ -214,11 +214,12 @@ private:
     }
 
     // Rows of wide squares, made of as many pixels as a vector has. Where these have none within the region they are as
-    // they have been from the start. Results are stored at addresses of whole lines of the cache.
+    // they have been from the start. They are stored at addresses of whole vectors.
     template <class Each>
     void filterWide(Each each)
     {
-        const std::ptrdiff_t before = (size_ - 1) * step_, first = (reach_ * step_ - before) / alignment * alignment;
+        const std::ptrdiff_t before = (size_ - 1) * step_;
+        const std::ptrdiff_t first = (reach_ * step_ - before) / Bytes::lanes * Bytes::lanes;
         each([&](std::ptrdiff_t at, std::uint8_t*) {
             const auto filter = step_ == 1 ? ofVectors<Extreme, 1> : ofVectors<Extreme, 3>;
             filter(whole_ + at + first, sixteens_ + at + first, reach_ * step_ + dst_.width - first);
