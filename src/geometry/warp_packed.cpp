@@ -114,12 +114,15 @@ void separate(const Source& src, const SeparateMaps& maps, std::uint8_t* dst, st
         single(i);
 }
 
-std::ptrdiff_t packedMap(const Source& src, const std::uint8_t* map, std::uint8_t* dst, std::ptrdiff_t count)
+std::ptrdiff_t packedMap(const Source& src, const std::uint8_t* map, std::uint8_t* dst, std::ptrdiff_t count,
+                         const std::uint8_t* next)
 {
     const Locator locator(src, 1);
     const auto coordinates = [&](std::ptrdiff_t i) { return Ints{load(map + 4 * i).r}; };
     std::ptrdiff_t i = 0;
     for (; i + most <= count; i += most) {
+        for (std::ptrdiff_t line = 4 * i; line < 4 * (i + most); line += 64)
+            __builtin_prefetch(next + line, 0, 2);  // only as far as the second-level cache
         const Stretch stretch(locator, coordinates, i);
         if (!stretch.isInside())
             break;
