@@ -46,6 +46,7 @@ template <int rows>
     };
     for (std::ptrdiff_t x = 0; x + Bytes::lanes <= count; x += Bytes::lanes)
         add(WholeVector{x}, broadcast(255));
+    // The last vector is a whole one in all but the shortest rows, which is not asked for every row again.
     if (const LastVector last(count); count > Bytes::lanes && count % Bytes::lanes != 0)
         add(WholeVector{last.start()}, last.counting());
     else if (count % Bytes::lanes != 0)
