@@ -114,31 +114,6 @@ inline Ints widenWordsToInts(const std::uint8_t* p)
     return {_mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)))};
 }
 
-// Bytes::lanes bytes from memory, each at an offset of its own, which is signed.
-inline Bytes fetchBytes(const std::uint8_t* data, const std::uint32_t* offsets)
-{
-    const auto sixteen = [=](int first) {
-        const auto byte = [=](int i) -> int { return data[static_cast<std::int32_t>(offsets[first + i])]; };
-        __m128i a = _mm_cvtsi32_si128(byte(0)), b = _mm_cvtsi32_si128(byte(8));
-        a = _mm_insert_epi8(a, byte(1), 1);
-        b = _mm_insert_epi8(b, byte(9), 1);
-        a = _mm_insert_epi8(a, byte(2), 2);
-        b = _mm_insert_epi8(b, byte(10), 2);
-        a = _mm_insert_epi8(a, byte(3), 3);
-        b = _mm_insert_epi8(b, byte(11), 3);
-        a = _mm_insert_epi8(a, byte(4), 4);
-        b = _mm_insert_epi8(b, byte(12), 4);
-        a = _mm_insert_epi8(a, byte(5), 5);
-        b = _mm_insert_epi8(b, byte(13), 5);
-        a = _mm_insert_epi8(a, byte(6), 6);
-        b = _mm_insert_epi8(b, byte(14), 6);
-        a = _mm_insert_epi8(a, byte(7), 7);
-        b = _mm_insert_epi8(b, byte(15), 7);
-        return _mm_unpacklo_epi64(a, b);
-    };
-    return {_mm256_inserti128_si256(_mm256_castsi128_si256(sixteen(0)), sixteen(16), 1)};
-}
-
 // Words::lanes words of a table, each with an index of its own.
 inline Words fetchWords(const std::uint16_t* table, const std::uint16_t* indices)
 {

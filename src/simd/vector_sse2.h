@@ -111,17 +111,6 @@ inline Ints widenWordsToInts(const std::uint8_t* p)
     return {_mm_unpacklo_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128())};
 }
 
-inline Bytes fetchBytes(const std::uint8_t* data, const std::uint32_t* offsets)
-{
-    const auto eight = [=](int first) {
-        const auto byte = [=](int i) {
-            return static_cast<std::uint64_t>(data[static_cast<std::int32_t>(offsets[first + i])]) << 8 * i;
-        };
-        return static_cast<long long>(byte(0) | byte(1) | byte(2) | byte(3) | byte(4) | byte(5) | byte(6) | byte(7));
-    };
-    return {_mm_set_epi64x(eight(8), eight(0))};
-}
-
 inline Words fetchWords(const std::uint16_t* table, const std::uint16_t* indices)
 {
     const auto eight = [=](int first) {
