@@ -110,7 +110,7 @@ TEST(ConvolutionWorkers, floating_point)
             coefficient = random(-100, 120) / 99.0 * scale;
         std::vector<std::vector<double>> entries;
         std::vector<const double*> pointers;
-        for (int r = 0; r < rows; ++r) {
+        for (int r = 0; r <= rows; ++r) {
             const Pixels pixels(random, kind, width + beside + 31, 1);
             std::vector<double> packed(static_cast<std::size_t>(width + beside + 31)), plain(packed);
             set.workers->widen(pixels.row(), packed.data(), width + beside + 31);
@@ -120,9 +120,12 @@ TEST(ConvolutionWorkers, floating_point)
             pointers.push_back(entries.back().data());
         }
         const FloatingKernel kernel{coefficients.data(), columns, rows, random(-1, 4), random(-300, 300), scale == 1};
-        Pixels packed(random, Pixels::noise, width + 9, 1), plain(packed);
-        set.workers->row(pointers.data(), packed.row() + 4, width, step, kernel);
-        FloatingConvolutionWorkers::plain.row(pointers.data(), plain.row() + 4, width, step, kernel);
+        if (width == 0)
+            return;
+        Pixels packed(random, Pixels::noise, width + 9, 2), plain(packed);
+        set.workers->rows(pointers.data(), packed.row(0) + 4, packed.row(1) + 4, width, step, kernel);
+        FloatingConvolutionWorkers::plain.rows(pointers.data(), plain.row(0) + 4, plain.row(1) + 4, width, step,
+                                               kernel);
         EXPECT_EQ(packed.all(), plain.all()) << columns << 'x' << rows << " times " << scale;
     });
 }
