@@ -41,6 +41,7 @@ inline Words operator^(Words a, Words b) { return {_mm256_xor_si256(a.r, b.r)}; 
 inline Words equal(Words a, Words b) { return {_mm256_cmpeq_epi16(a.r, b.r)}; }
 inline Words addSaturated(Words a, Words b) { return {_mm256_adds_epu16(a.r, b.r)}; }
 inline Words subtractSaturated(Words a, Words b) { return {_mm256_subs_epu16(a.r, b.r)}; }
+inline Words maxSigned(Words a, Words b) { return {_mm256_max_epi16(a.r, b.r)}; }
 inline Words addSaturatedSigned(Words a, Words b) { return {_mm256_adds_epi16(a.r, b.r)}; }
 inline Words magnitude(Words a) { return {_mm256_abs_epi16(a.r)}; }
 inline Words averageUp(Words a, Words b) { return {_mm256_avg_epu16(a.r, b.r)}; }

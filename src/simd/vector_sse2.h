@@ -41,6 +41,7 @@ inline Words operator^(Words a, Words b) { return {_mm_xor_si128(a.r, b.r)}; }
 inline Words equal(Words a, Words b) { return {_mm_cmpeq_epi16(a.r, b.r)}; }
 inline Words addSaturated(Words a, Words b) { return {_mm_adds_epu16(a.r, b.r)}; }
 inline Words subtractSaturated(Words a, Words b) { return {_mm_subs_epu16(a.r, b.r)}; }
+inline Words maxSigned(Words a, Words b) { return {_mm_max_epi16(a.r, b.r)}; }
 inline Words addSaturatedSigned(Words a, Words b) { return {_mm_adds_epi16(a.r, b.r)}; }
 inline Words magnitude(Words a) { return {_mm_max_epi16(a.r, _mm_sub_epi16(_mm_setzero_si128(), a.r))}; }
 inline Words averageUp(Words a, Words b) { return {_mm_avg_epu16(a.r, b.r)}; }
