@@ -41,6 +41,7 @@ inline Words operator^(Words a, Words b) { return {_mm256_xor_si256(a.r, b.r)}; 
 inline Words equal(Words a, Words b) { return {_mm256_cmpeq_epi16(a.r, b.r)}; }
 inline Words addSaturated(Words a, Words b) { return {_mm256_adds_epu16(a.r, b.r)}; }
 inline Words subtractSaturated(Words a, Words b) { return {_mm256_subs_epu16(a.r, b.r)}; }
+inline Words maxSigned(Words a, Words b) { return {_mm256_max_epi16(a.r, b.r)}; }
 inline Words addSaturatedSigned(Words a, Words b) { return {_mm256_adds_epi16(a.r, b.r)}; }
 inline Words magnitude(Words a) { return {_mm256_abs_epi16(a.r)}; }
 inline Words averageUp(Words a, Words b) { return {_mm256_avg_epu16(a.r, b.r)}; }
@@ -48,6 +49,8 @@ inline Words shiftRight(Words a, int count) { return {_mm256_srl_epi16(a.r, _mm_
 inline Words shiftRightSigned(Words a, int count) { return {_mm256_sra_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words shiftLeft(Words a, int count) { return {_mm256_sll_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words multiplyHigh(Words a, Words b) { return {_mm256_mulhi_epu16(a.r, b.r)}; }
+// The sums of the products of both bytes of a word with two signed bytes, which must fit.
+inline Words multiplyAddBytes(Words pixels, Words factors) { return {_mm256_maddubs_epi16(pixels.r, factors.r)}; }
 inline Ints multiplyAddPairs(Words a, Words b) { return {_mm256_madd_epi16(a.r, b.r)}; }
 
 inline Ints operator+(Ints a, Ints b) { return {_mm256_add_epi32(a.r, b.r)}; }
@@ -57,6 +60,7 @@ inline Ints shiftRight(Ints a, int count) { return {_mm256_srl_epi32(a.r, _mm_cv
 inline Ints shiftRightSigned(Ints a, int count) { return {_mm256_sra_epi32(a.r, _mm_cvtsi32_si128(count))}; }
 inline Ints shiftLeft(Ints a, int count) { return {_mm256_sll_epi32(a.r, _mm_cvtsi32_si128(count))}; }
 
+inline Ints magnitude(Ints a) { return {_mm256_abs_epi32(a.r)}; }
 inline Ints equal(Ints a, Ints b) { return {_mm256_cmpeq_epi32(a.r, b.r)}; }
 inline Ints operator&(Ints a, Ints b) { return {_mm256_and_si256(a.r, b.r)}; }
 inline Ints operator|(Ints a, Ints b) { return {_mm256_or_si256(a.r, b.r)}; }
@@ -153,6 +157,8 @@ inline TwoWords pairs(Words a, Words b)
 {
     return {{_mm256_unpacklo_epi16(a.r, b.r)}, {_mm256_unpackhi_epi16(a.r, b.r)}};
 }
+// The bytes of two vectors in pairs, which narrow takes back to the order of either.
+inline TwoWords pairs(Bytes a, Bytes b) { return {{_mm256_unpacklo_epi8(a.r, b.r)}, {_mm256_unpackhi_epi8(a.r, b.r)}}; }
 inline Words narrow(TwoInts a) { return {_mm256_packus_epi32(a.low.r, a.high.r)}; }
 inline Words narrowSigned(TwoInts a) { return {_mm256_packs_epi32(a.low.r, a.high.r)}; }
 inline Bytes narrow(TwoWords a) { return {_mm256_packus_epi16(a.low.r, a.high.r)}; }
