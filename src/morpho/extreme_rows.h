@@ -37,6 +37,10 @@ inline constexpr std::ptrdiff_t slack = 8 * Bytes::lanes;
 // What the rows of a block may take, so that they stay in the second-level cache.
 inline constexpr std::int64_t blockBytes = 1 << 18;
 
+// What the rows may take that are kept in place. Where squares hold more the columns are filtered before the rows, in
+// panels, which begin with whole lines of the cache and whole pixels.
+inline constexpr std::int64_t keptBytes = 1 << 20, panelUnit = 3 * alignment;
+
 // The least height of a block that is lower than the squares.
 inline constexpr std::int64_t lowest = 16;
 
@@ -49,10 +53,20 @@ inline std::int64_t aligned(std::int64_t bytes) { return (bytes + alignment - 1)
 // The working memory.
 struct Layout {
     std::int64_t margin, pitch, rows, line;  // of rows, several in a line
-    std::int64_t parts, height, kept,
-        blockPitch;  // of columns: blocks in a square, rows in a block, rows to keep
-    std::int64_t total;
+    std::int64_t panel;                      // of columns, width of a panel
+    std::int64_t parts, height, kept;        // blocks in a square, rows in a block, rows to keep
+    std::int64_t blockPitch, total;
 };
+
+// The width of panels, which is that of the rows where there are none.
+inline std::int64_t panelOf(const Source& src, const Target& dst, std::int64_t side)
+{
+    const std::int64_t rows = side < dst.height ? side : dst.height;
+    if (src.data != dst.data || rows * dst.width <= keptBytes)
+        return dst.width;
+    const std::int64_t units = keptBytes / rows / panelUnit, panel = (units > 1 ? units : 1) * panelUnit;
+    return panel < dst.width ? panel : dst.width;
+}
 
 inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
 {
@@ -64,14 +78,15 @@ inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squa
     layout.line = layout.margin + layout.rows * layout.pitch + slack;
 
     const std::int64_t columnReach = reachWithin(dst.height, squares), side = 2 * columnReach + 1;
-    const std::int64_t low = blockBytes / dst.width, most = low < lowest ? lowest : low;
+    layout.panel = panelOf(src, dst, side);
+    const std::int64_t low = blockBytes / layout.panel, most = low < lowest ? lowest : low;
     layout.parts = (side + most - 1) / most;
     layout.height = (side + layout.parts - 1) / layout.parts;
     if (src.data == dst.data) {
         const std::int64_t ofBlocks = dst.height - columnReach + layout.height;
         layout.kept = ofBlocks < dst.height ? ofBlocks : dst.height;
     }
-    layout.blockPitch = aligned(dst.width + Bytes::lanes);
+    layout.blockPitch = aligned(layout.panel + Bytes::lanes);
     // Beside the blocks: the outside row, three rows of extremes so far, those of all parts but one, and of all of
     // them.
     const std::int64_t rows =

@@ -6,7 +6,8 @@
 // - Columns are cut into blocks. The extreme of a square's column is that of the end of one block, of what lies between
 //   and of the beginning of what comes below. The ends of one block are kept in rows, what lies between belongs to each
 //   of them, and the beginning grows as rows come. Blocks are as high as the squares, or low enough for the cache and
-//   followed by others of which only the extremes are kept. In place rows are kept as they were.
+//   followed by others of which only the extremes are kept. In place rows are kept as they were, or where these are
+//   too many, columns are done first, in panels.
 // - Rows get the outside value before and behind them. Extremes of 4 pixels from each pixel on make those of 16 or of a
 //   vector, and those of wider squares are made of two to four of them, or by blocks again.
 #include "morpho/extreme_rows.h"
@@ -98,9 +99,10 @@ void endBlock(const ColumnBlocks& columns, std::ptrdiff_t count, RowAt row, cons
     }
 }
 
-// Puts the extremes of columns through the filter of rows. When the source is overwritten its rows are kept.
-template <class Extreme>
-void filterColumns(const Source& src, const ColumnBlocks& columns, RowFilter<Extreme>& rows)
+// Puts the extremes of columns through the filter of rows, or into the rows of a panel. When the source is overwritten
+// its rows are kept.
+template <class Extreme, class Rows>
+void filterColumns(const Source& src, const ColumnBlocks& columns, Rows& rows)
 {
     const std::ptrdiff_t width = columns.width, end = src.height + columns.reach;
     std::uint8_t* const sofar = columns.sofar;
@@ -141,6 +143,19 @@ void filterColumns(const Source& src, const ColumnBlocks& columns, RowFilter<Ext
     }
 }
 
+// The rows of a panel, from the top down.
+class PanelRows {
+public:
+    PanelRows(std::uint8_t* top, std::ptrdiff_t pitch) : row_(top), pitch_(pitch) {}
+
+    std::uint8_t* row() { return row_; }
+    void add() { row_ += pitch_; }
+
+private:
+    std::uint8_t* row_;
+    std::ptrdiff_t pitch_;
+};
+
 template <class Extreme>
 void filterSquares(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
 {
@@ -169,10 +184,27 @@ void filterSquares(const Source& src, const Target& dst, const Squares& squares,
                          static_cast<std::ptrdiff_t>(layout.kept),
                          nullptr};
     columns.kept = parts > 1 ? next : columns.ends;
-    fillOutside(columns.outside, dst.width, squares);
-    fillOutside(columns.first, dst.width, squares);
+    const auto filterPanel = [&](std::ptrdiff_t x, std::ptrdiff_t width, auto& into) {
+        columns.width = width;
+        fillOutside(columns.outside, width, squares);
+        fillOutside(columns.first, width, squares);
+        filterColumns<Extreme>({src.data + x, src.pitch, width, src.height}, columns, into);
+    };
     RowFilter<Extreme> rows(dst, squares, layout, lines, stores);
-    filterColumns<Extreme>(src, columns, rows);
+    const auto panel = static_cast<std::ptrdiff_t>(layout.panel);
+    if (panel == dst.width)
+        return filterPanel(0, panel, rows);
+    std::ptrdiff_t width = 0;
+    for (std::ptrdiff_t x = 0; x < dst.width; x += width) {
+        const std::ptrdiff_t left = dst.width - x;
+        width = left < panel + Bytes::lanes ? left : panel;  // a narrow rest comes with the last one
+        PanelRows into(dst.data + x, dst.pitch);
+        filterPanel(x, width, into);
+    }
+    for (std::ptrdiff_t y = 0; y < dst.height; ++y) {
+        __builtin_memcpy(rows.row(), dst.data + y * dst.pitch, static_cast<std::size_t>(dst.width));
+        rows.add();
+    }
 }
 
 inline Border border(const std::uint8_t (&outside)[3], int step)
@@ -229,7 +261,8 @@ struct Added {
     static Bytes of(Bytes pixels, Bytes filtered) { return subtractSaturated(filtered, pixels); }
 };
 
-// Two rows at a time are filtered, and subtracted while they are in the first-level cache.
+// A few rows at a time are filtered, and subtracted while they are in the first-level cache: narrow ones more at a
+// time, so that what has been stored has arrived there.
 template <class First, class Second, class Difference>
 void topHat(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
 {
@@ -246,11 +279,12 @@ void topHat(const Source& src, const Target& dst, const Squares& squares, Stores
     }
     const Border next = border(squares.outsideNext, squares.step);
     const std::ptrdiff_t pitch = pitchBetween(dst.width);
-    std::uint8_t* const filtered = memory + memoryOfTwoSteps(dst.width) - 2 * pitch;
+    std::uint8_t* const filtered = memory + memoryOfTwoSteps(dst.width) - rowsOfBand * pitch;
+    const std::ptrdiff_t most = rowsOfBand * pitch <= lineBytes ? rowsOfBand : 2;
     ofNineTwice<First>(src, border(squares.outside, squares.step), next, memory,
                        [&](const std::uint8_t* const* rows, std::ptrdiff_t y, std::ptrdiff_t count) {
-                           for (std::ptrdiff_t i = 0; i < count; i += 2) {
-                               const std::ptrdiff_t few = count - i < 2 ? 1 : 2;
+                           for (std::ptrdiff_t i = 0; i < count; i += most) {
+                               const std::ptrdiff_t left = count - i, few = left < most ? left : most;
                                ofNine<Second>(rows + i, {filtered, pitch, dst.width, few}, next);
                                for (std::ptrdiff_t k = 0; k < few; ++k)
                                    subtract(y + i + k, filtered + k * pitch, stores);

@@ -86,12 +86,12 @@ void ofNine(const std::uint8_t* const* rows, const Target& out, const Border& bo
 
 inline constexpr std::ptrdiff_t rowsBetween = 2 * rowsOfBand;
 
-// Rows between two steps, and two more, do not fall on the same lines of the cache.
+// Rows between two steps, and those of a band behind them, do not fall on the same lines of the cache.
 inline std::ptrdiff_t pitchBetween(std::ptrdiff_t width) { return width / 128 * 128 + 192; }
 
 inline std::int64_t memoryOfTwoSteps(std::ptrdiff_t width)
 {
-    return 2 * std::int64_t{width} + (rowsBetween + 2) * std::int64_t{pitchBetween(width)};
+    return 2 * std::int64_t{width} + (rowsBetween + rowsOfBand) * std::int64_t{pitchBetween(width)};
 }
 
 // Both steps, band by band: no more rows are kept between them than the second one needs, which put(rows, y, count) is

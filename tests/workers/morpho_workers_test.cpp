@@ -70,10 +70,10 @@ TEST(MorphoWorkers, morphology_of_small_regions)
     }
 }
 
-// Squares of several blocks, and more rows than these are made of at a time.
+// Squares of several blocks, and more rows than these are made of at a time; the last ones go in panels in place.
 TEST(MorphoWorkers, morphology_of_high_squares)
 {
-    const int sizesAndReaches[][3] = {{9000, 70, 17}, {9000, 70, 30}, {16500, 120, 27}};
+    const int sizesAndReaches[][3] = {{9000, 70, 17}, {9000, 70, 30}, {19500, 120, 27}};
     for (const auto& [width, height, reach] : sizesAndReaches) {
         Random random(32);
         const Pixels src(random, Pixels::noise, width, height);
