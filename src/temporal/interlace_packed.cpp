@@ -85,7 +85,11 @@ public:
     std::ptrdiff_t best() const { return best_; }
 
 private:
-    static bool wraps(std::ptrdiff_t count) { return count > 0xFFFFFFFF / (255 * 255); }
+    static bool wraps(std::ptrdiff_t count)
+    {
+        constexpr std::ptrdiff_t longest = 0xFFFFFFFF / (255 * 255);
+        return count > longest;
+    }
 
     const std::uint8_t *a_, *b_;
     std::ptrdiff_t count_, step_, part_, best_ = -1;
