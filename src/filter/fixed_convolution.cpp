@@ -64,14 +64,6 @@ void shorten(FixedKernel& kernel)
     kernel.fraction -= spare;
 }
 
-// Whether a kernel is for the workers' bands.
-bool fitsBands(const FixedKernel& kernel)
-{
-    const std::int32_t* const c = kernel.coefficients;
-    return kernel.size == 3 && !kernel.wide && c[0] == c[2] && c[0] == c[6] && c[0] == c[8] && c[1] == c[3] &&
-           c[1] == c[5] && c[1] == c[7];
-}
-
 // The kernel whose coefficients add up to `sum`; coefficientAt(i) is the one at index i.
 template <class CoefficientAt>
 FixedKernel makeKernel(const ZKernel& from, double sum, CoefficientAt coefficientAt)
@@ -138,7 +130,7 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
     if (src.width <= 0 || src.height <= 0)
         return true;
     const auto& worker = workers<FixedConvolutionWorkers>();
-    if (fitsBands(kernel))
+    if (kernel.size == 3 && !kernel.wide)
         return filterRows(src, dst, {step, true, {}},
                           [&](const std::uint8_t* const* rows, const Target& out, const Border& border) {
                               worker.band(rows, out, border.step, kernel);

@@ -41,18 +41,12 @@ template <int size>
         addColumns<size>(upper, lower, pairs[p] + x - size / 2 * step, step, coefficients[0][p], coefficients[1][p]);
 }
 
-inline Ints absolute(Ints a)
-{
-    const Ints sign = shiftRightSigned(a, 31);
-    return (a ^ sign) - sign;
-}
-
 [[gnu::always_inline]] inline Bytes toPixels(const Sums& sums, const FixedKernel& kernel)
 {
     Ints values[vectors];
     unrolled<vectors>([&](int i) { values[i] = shiftRightSigned(sums[i], kernel.fraction); });
     if (kernel.absolute)
-        unrolled<vectors>([&](int i) { values[i] = absolute(values[i]); });
+        unrolled<vectors>([&](int i) { values[i] = magnitude(values[i]); });
     return narrowInOrder({values[0], values[1]}, {values[2], values[3]});
 }
 
@@ -145,7 +139,7 @@ void exactRows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint
     filter(pairs, upper, lower, count, step, kernel);
 }
 
-// Symmetric 3 x 3 kernels, straight from bytes.
+// 3 x 3 kernels, straight from bytes.
 
 // Two coefficients for pairs of words.
 inline Words both(std::int32_t first, std::int32_t second)
@@ -175,7 +169,7 @@ private:
     Ints value(Ints sum) const
     {
         const Ints shifted = shiftRightSigned(sum + offset_, fraction_);
-        return folded_ ? absolute(shifted) : shifted;
+        return folded_ ? magnitude(shifted) : shifted;
     }
 
     Ints offset_;
@@ -189,7 +183,7 @@ inline TwoInts products(TwoWords pairs, Words coefficients)
     return {multiplyAddPairs(pairs.low, coefficients), multiplyAddPairs(pairs.high, coefficients)};
 }
 
-// The pixels of the corners and those of the sides are added before they are multiplied.
+// In symmetric kernels, the pixels of the corners and those of the sides are added before they are multiplied.
 class SymmetricFilter {
 public:
     struct Row {
@@ -224,9 +218,137 @@ private:
     Words around_, even_, odd_;
 };
 
+// In all others every pixel has its own coefficient. For the pixels of the even lanes, each and its right neighbour
+// make a pair, for those of the odd lanes each and its left neighbour, which are the same pairs when neighbours are 1
+// byte away. Of the third ones those of the upper two rows make a pair, and those of the lower row one for both, in
+// which either multiplies the other's by 0.
+class GeneralFilter {
+public:
+    struct Row {
+        TwoWords even, odd;
+        Words left, right;
+
+        template <int step>
+        explicit Row(const Neighbours<step>& n)
+            : even(step == 1 ? widen(n.here) : pairs(evenBytes(n.here), evenBytes(n.right))),
+              odd(step == 1 ? widen(n.here) : pairs(oddBytes(n.left), oddBytes(n.here))),
+              left(evenBytes(n.left)),
+              right(oddBytes(n.right))
+        {
+        }
+    };
+
+    explicit GeneralFilter(const FixedKernel& kernel)
+        : finish_(kernel), even_(kernel.coefficients, 1, 2, 0), odd_(kernel.coefficients, 0, 1, 2)
+    {
+    }
+
+    Bytes operator()(const Row& above, const Row& here, const Row& below) const
+    {
+        const TwoWords last = pairs(below.left, below.right);
+        return interleaveSaturated(
+            finish_(even_.sum(above.even, here.even, below.even, pairs(above.left, here.left), last)),
+            finish_(odd_.sum(above.odd, here.odd, below.odd, pairs(above.right, here.right), last)));
+    }
+
+private:
+    struct Factors {
+        Words above, here, below, outer, last;
+
+        // The columns of the pairs and the third one.
+        Factors(const std::int32_t* c, int first, int second, int third)
+            : above(both(c[first], c[second])),
+              here(both(c[3 + first], c[3 + second])),
+              below(both(c[6 + first], c[6 + second])),
+              outer(both(c[third], c[3 + third])),
+              last(third == 0 ? both(c[6], 0) : both(0, c[8]))
+        {
+        }
+
+        TwoInts sum(TwoWords a, TwoWords h, TwoWords b, TwoWords o, TwoWords l) const
+        {
+            return products(a, above) + products(h, here) + products(b, below) + products(o, outer) + products(l, last);
+        }
+    };
+
+    Finish finish_;
+    Factors even_, odd_;
+};
+
+// Kernels with coefficients of signed bytes whose sums are signed words.
+class SmallFilter {
+public:
+    struct Row {
+        TwoWords leftAndHere;
+        Bytes right;
+
+        template <int step>
+        explicit Row(const Neighbours<step>& n) : leftAndHere(pairs(n.left, n.here)), right(n.right)
+        {
+        }
+    };
+
+    static bool fits(const FixedKernel& kernel)
+    {
+        const auto absolute = [](std::int64_t value) { return value < 0 ? -value : value; };
+        std::int64_t sum = 0;
+        for (int i = 0; i < 9; ++i)
+            sum += absolute(kernel.coefficients[i]);
+        return sum <= 127 && 255 * sum + absolute(kernel.offset) <= 32767;
+    }
+
+    explicit SmallFilter(const FixedKernel& kernel)
+        : above_(factors(kernel.coefficients[0], kernel.coefficients[1])),
+          here_(factors(kernel.coefficients[3], kernel.coefficients[4])),
+          below_(factors(kernel.coefficients[6], kernel.coefficients[7])),
+          upperRight_(factors(kernel.coefficients[2], kernel.coefficients[5])),
+          lowerRight_(factors(kernel.coefficients[8], 0)),
+          offset_(broadcastWord(kernel.offset)),
+          fraction_(kernel.fraction),
+          absolute_(kernel.absolute)
+    {
+    }
+
+    Bytes operator()(const Row& above, const Row& here, const Row& below) const
+    {
+        const TwoWords upper = pairs(above.right, here.right), lower = pairs(below.right, below.right);
+        const auto value = [this](Words a, Words h, Words b, Words u, Words l) {
+            const Words sum = multiplyAddBytes(a, above_) + multiplyAddBytes(h, here_) + multiplyAddBytes(b, below_) +
+                              multiplyAddBytes(u, upperRight_) + multiplyAddBytes(l, lowerRight_);
+            const Words shifted = shiftRightSigned(sum + offset_, fraction_);
+            return absolute_ ? magnitude(shifted) : shifted;
+        };
+        const TwoWords &a = above.leftAndHere, &h = here.leftAndHere, &b = below.leftAndHere;
+        return narrow(TwoWords{value(a.low, h.low, b.low, upper.low, lower.low),
+                               value(a.high, h.high, b.high, upper.high, lower.high)});
+    }
+
+private:
+    static Words factors(std::int32_t first, std::int32_t second)
+    {
+        return broadcastWord((first & 0xFF) | (second & 0xFF) << 8);
+    }
+
+    Words above_, here_, below_, upperRight_, lowerRight_, offset_;
+    int fraction_;
+    bool absolute_;
+};
+
+bool symmetric(const FixedKernel& kernel)
+{
+    const std::int32_t* const c = kernel.coefficients;
+    return c[0] == c[2] && c[0] == c[6] && c[0] == c[8] && c[1] == c[3] && c[1] == c[5] && c[1] == c[7];
+}
+
 void band(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel)
 {
-    filterBandWith(SymmetricFilter(kernel), rows, out, {step, true, {}});
+    const Border border{step, true, {}};
+    if (SmallFilter::fits(kernel))
+        filterBandWith(SmallFilter(kernel), rows, out, border);
+    else if (symmetric(kernel))
+        filterBandWith(SymmetricFilter(kernel), rows, out, border);
+    else
+        filterBandWith(GeneralFilter(kernel), rows, out, border);
 }
 
 }  // namespace

@@ -33,8 +33,8 @@ struct FixedConvolutionWorkers {
     void (*rows)(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
                  int step, const FixedKernel& kernel);
 
-    // Rows of the result, as a FilterBand, of a 3 x 3 kernel with one coefficient for the corners and one for the
-    // sides, none of them wide; the pixels at the ends of rows are repeated.
+    // Rows of the result, as a FilterBand, of a 3 x 3 kernel without wide coefficients; the pixels at the ends of rows
+    // are repeated.
     void (*band)(const std::uint8_t* const* rows, const Target& out, int step, const FixedKernel& kernel);
 
     // Like `rows`, but sums are as wide as they need, and the offset, which has no fraction, is added to the quotients,

@@ -77,49 +77,66 @@ bool makeExact(const FloatingKernel& from, FixedKernel& kernel)
     return true;
 }
 
-// The walk for such kernels. The border of 3 x 3 kernels is filtered once more with its own kernel.
+// Makes the results two rows at a time: prepare(y) what those of rows y and y + 1 are made of, then `count` results of
+// both from column x on with filter(x, count, upper, lower, whether with the kernel of the border). The border of 3 x 3
+// kernels is filtered once more with its own kernel.
+template <class Prepare, class Filter>
+bool walkTwoRows(const Target& dst, int step, bool bordered, const Prepare& prepare, const Filter& filter)
+{
+    WorkRows<std::uint8_t> spare;  // for rows of results that do not count
+    if (!spare.make(1, 0, dst.width, 0, 0))
+        return false;
+    for (std::ptrdiff_t y = 0; y < dst.height; y += 2) {
+        prepare(y);
+        std::uint8_t* const upper = dst.data + y * dst.pitch;
+        std::uint8_t* const lower = y + 1 < dst.height ? upper + dst.pitch : spare.row(0);
+        filter(0, dst.width, upper, lower, false);
+        if (!bordered)
+            continue;
+        filter(0, step, upper, lower, true);
+        filter(dst.width - step, step, upper, lower, true);
+        if (y == 0 || y + 1 == dst.height)
+            filter(0, dst.width, upper, spare.row(0), true);
+        if (y + 2 == dst.height)
+            filter(0, dst.width, spare.row(0), lower, true);
+    }
+    return true;
+}
+
+// The walk for exact kernels.
 bool convolveExact(const Source& src, const Target& dst, int step, const FixedKernel& kernel, const FixedKernel& border,
                    std::uint8_t outsideValue)
 {
     constexpr int mostPairs = (FixedKernel::largest + 1) / 2;
     const int half = kernel.size / 2, pairs = half + 1;
     const std::ptrdiff_t beside = std::ptrdiff_t{half} * step;
-    const std::uint32_t outsideEntry = outsideValue * 0x10001U;
     WorkRows<std::uint32_t> entries;
-    WorkRows<std::uint8_t> outside, spare;  // the latter for rows of results that do not count
-    if (!entries.make(pairs, beside, src.width, beside, outsideEntry) ||
-        !outside.make(1, 0, src.width, 0, outsideValue) || !spare.make(1, 0, src.width, 0, 0))
+    WorkRows<std::uint8_t> outside;
+    if (!entries.make(pairs, beside, src.width, beside, outsideValue * 0x10001U) ||
+        !outside.make(1, 0, src.width, 0, outsideValue))
         return false;
 
     const auto& worker = workers<FixedConvolutionWorkers>();
     const auto sourceRow = [&](std::ptrdiff_t y) {
         return y >= 0 && y < src.height ? src.data + y * src.pitch : outside.row(0);
     };
+    const std::uint32_t* around[mostPairs];
     std::ptrdiff_t made = 0;  // pair i consists of rows 2 i - half and 2 i - half + 1
-    for (std::ptrdiff_t y = 0; y < src.height; y += 2) {
+    const auto prepare = [&](std::ptrdiff_t y) {
         for (; made < y / 2 + pairs; ++made)
             worker.pair(sourceRow(2 * made - half), sourceRow(2 * made - half + 1), entries.row(made % pairs),
                         src.width);
-        std::uint8_t* const upper = dst.data + y * dst.pitch;
-        std::uint8_t* const lower = y + 1 < src.height ? upper + dst.pitch : spare.row(0);
-        const auto filter = [&](std::ptrdiff_t x, std::ptrdiff_t count, std::uint8_t* first, std::uint8_t* second,
-                                const FixedKernel& of) {
-            const std::uint32_t* around[mostPairs];
-            for (int p = 0; p < pairs; ++p)
-                around[p] = entries.row((y / 2 + p) % pairs) + x;
-            worker.exactRows(around, first + x, second + x, count, step, of);
-        };
-        filter(0, src.width, upper, lower, kernel);
-        if (kernel.size == 3) {
-            filter(0, step, upper, lower, border);
-            filter(src.width - step, step, upper, lower, border);
-            if (y == 0 || y + 1 == src.height)
-                filter(0, src.width, upper, spare.row(0), border);
-            if (y + 2 == src.height)
-                filter(0, src.width, spare.row(0), lower, border);
-        }
-    }
-    return true;
+        for (int p = 0; p < pairs; ++p)
+            around[p] = entries.row((y / 2 + p) % pairs);
+    };
+    const auto filter = [&](std::ptrdiff_t x, std::ptrdiff_t count, std::uint8_t* upper, std::uint8_t* lower,
+                            bool withBorder) {
+        const std::uint32_t* from[mostPairs];
+        for (int p = 0; p < pairs; ++p)
+            from[p] = around[p] + x;
+        worker.exactRows(from, upper + x, lower + x, count, step, withBorder ? border : kernel);
+    };
+    return walkTwoRows(dst, step, kernel.size == 3, prepare, filter);
 }
 
 }  // namespace
@@ -135,7 +152,7 @@ bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& ke
                            static_cast<std::int32_t>(kernel.GetOffset()),
                            false};
     const std::ptrdiff_t above = weighed.rows / 2, left = weighed.columns / 2 * step;
-    const std::ptrdiff_t right = (weighed.columns - 1) * step - left, slots = std::min(weighed.rows, src.height);
+    const std::ptrdiff_t right = (weighed.columns - 1) * step - left, slots = std::min(weighed.rows + 1, src.height);
     const double outsideValue = kernel.GetOutsideValue();
     SeparateSource separate;
     WorkRows<double> coefficients, entries, outside;  // beside the entries of a row lie outside values
@@ -154,35 +171,26 @@ bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& ke
         return convolveExact(src, dst, step, exact, exactBorder, static_cast<std::uint8_t>(outsideValue));
 
     if (!entries.make(slots, left, src.width, right, outsideValue) ||
-        !outside.make(1, left, src.width, right, outsideValue) || !around.make(1, 0, weighed.rows, 0, nullptr))
+        !outside.make(1, left, src.width, right, outsideValue) || !around.make(2, 0, weighed.rows + 1, 0, nullptr))
         return false;
     const auto& worker = workers<FloatingConvolutionWorkers>();
     std::ptrdiff_t made = 0;
-    for (std::ptrdiff_t y = 0; y < src.height; ++y) {
-        for (; made < std::min(y - above + weighed.rows, src.height); ++made)
+    const auto prepare = [&](std::ptrdiff_t y) {
+        for (; made < std::min(y - above + weighed.rows + 1, src.height); ++made)
             worker.widen(src.data + made * src.pitch, entries.row(made % slots), src.width);
-        const double** const rows = around.row(0);
-        for (std::ptrdiff_t r = 0; r < weighed.rows; ++r) {
+        for (std::ptrdiff_t r = 0; r <= weighed.rows; ++r) {
             const std::ptrdiff_t at = y - above + r;
-            rows[r] = (at >= 0 && at < src.height ? entries.row(at % slots) : outside.row(0)) - left;
+            around.row(0)[r] = (at >= 0 && at < src.height ? entries.row(at % slots) : outside.row(0)) - left;
         }
-        std::uint8_t* const out = dst.data + y * dst.pitch;
-        const std::ptrdiff_t inside = src.width - 2 * step;
-        if (!bordered) {
-            worker.row(rows, out, src.width, step, weighed);
-        } else if (y == 0 || y == src.height - 1 || inside <= 0) {
-            worker.row(rows, out, src.width, step, border);
-        } else {
-            const auto part = [&](std::ptrdiff_t x, std::ptrdiff_t count, const FloatingKernel& of) {
-                const double* const from3[] = {rows[0] + x, rows[1] + x, rows[2] + x};
-                worker.row(from3, out + x, count, step, of);
-            };
-            part(0, step, border);
-            part(step, inside, weighed);
-            part(src.width - step, step, border);
-        }
-    }
-    return true;
+    };
+    const auto filter = [&](std::ptrdiff_t x, std::ptrdiff_t count, std::uint8_t* upper, std::uint8_t* lower,
+                            bool withBorder) {
+        const double** const from = around.row(1);
+        for (std::ptrdiff_t r = 0; r <= weighed.rows; ++r)
+            from[r] = around.row(0)[r] + x;
+        worker.rows(from, upper + x, lower + x, count, step, withBorder ? border : weighed);
+    };
+    return walkTwoRows(dst, step, bordered, prepare, filter);
 }
 
 }  // namespace zkit

@@ -27,78 +27,108 @@ inline Ints rectified(Ints value, std::int32_t rectifier)
     }
 }
 
-constexpr int vectors = Bytes::lanes / Doubles::lanes;
+// Sums for half as many pixels as a vector has bytes, in two rows: what is loaded serves both.
+constexpr int vectors = Bytes::lanes / Doubles::lanes / 2;
 using Sums = Doubles[vectors];
 
-[[gnu::always_inline]] inline void addProduct(Sums& sums, const double* at, double coefficient)
+// What a row of entries is part of.
+enum Part { ofUpper = 1, ofLower = 2, ofBoth = ofUpper | ofLower };
+
+// Adds the products of one column. The coefficient for the lower sums is that of the row before.
+template <int part>
+[[gnu::always_inline]] inline void addColumn(Sums& upper, Sums& lower, const double* at, const double* coefficient,
+                                             std::ptrdiff_t columns)
 {
-    const Doubles all = broadcastDouble(coefficient);
-    unrolled<vectors>([&](int i) { sums[i] = sums[i] + loadDoubles(at + i * Doubles::lanes) * all; });
+    const Doubles forUpper = broadcastDouble((part & ofUpper) != 0 ? *coefficient : 0);
+    const Doubles forLower = broadcastDouble((part & ofLower) != 0 ? *(coefficient - columns) : 0);
+    unrolled<vectors>([&](int i) {
+        const Doubles pixels = loadOnce(at + i * Doubles::lanes);
+        if constexpr ((part & ofUpper) != 0)
+            addTo(upper[i], pixels * forUpper);
+        if constexpr ((part & ofLower) != 0)
+            addTo(lower[i], pixels * forLower);
+    });
 }
 
-template <int columns>
-[[gnu::always_inline]] inline void addProducts(Sums& sums, const double* at, int step, const double* coefficients)
+// The same of a row. `columns` is 0 for as many as the kernel has.
+template <int part, int columns>
+[[gnu::always_inline]] inline void addRow(Sums& upper, Sums& lower, const double* at, int step,
+                                          const double* coefficients, std::ptrdiff_t count)
 {
     if constexpr (columns > 0) {
-        addProduct(sums, at, *coefficients);
-        addProducts<columns - 1>(sums, at + step, step, coefficients + 1);
+        addColumn<part>(upper, lower, at, coefficients, count);
+        if constexpr (columns > 1)
+            addRow<part, columns - 1>(upper, lower, at + step, step, coefficients + 1, count);
+    } else {
+        for (std::ptrdiff_t k = 0; k < count; ++k)
+            addColumn<part>(upper, lower, at + k * step, coefficients + k, count);
     }
 }
 
-// A vector of results. `columns` is 0 for as many as the kernel has.
-template <int columns>
-[[gnu::flatten]] Bytes filteredVector(const double* const* rows, std::ptrdiff_t x, int step,
-                                      const FloatingKernel& kernel)
+// The values of half a vector of results.
+[[gnu::always_inline]] inline TwoInts toValues(const Sums& sums, const FloatingKernel& kernel)
 {
-    Sums sums;
-    unrolled<vectors>([&](int i) { sums[i] = broadcastDouble(0); });
-    const double* coefficients = kernel.coefficients;
-    for (std::ptrdiff_t r = 0; r < kernel.rows; ++r, coefficients += kernel.columns) {
-        const double* const first = rows[r] + x;
-        if constexpr (columns != 0)
-            addProducts<columns>(sums, first, step, coefficients);
-        else
-            for (std::ptrdiff_t k = 0; k < kernel.columns; ++k)
-                addProduct(sums, first + k * step, coefficients[k]);
-    }
-    Ints values[4];
-    unrolled<4>([&](int i) {
+    const auto value = [&](int i) {
         const TwoDoubles two = {sums[2 * i], sums[2 * i + 1]};
-        values[i] = rectified(kernel.fits ? toInts(two) : truncated(two), kernel.rectifier) +
-                    broadcastInt(static_cast<std::uint32_t>(kernel.offset));
-    });
-    return narrowInOrder({values[0], values[1]}, {values[2], values[3]});
+        return rectified(kernel.fits ? toInts(two) : truncated(two), kernel.rectifier) +
+               broadcastInt(static_cast<std::uint32_t>(kernel.offset));
+    };
+    return {value(0), value(1)};
 }
 
 template <int columns>
-void filterRow(const double* const* rows, std::uint8_t* out, std::ptrdiff_t count, int step,
-               const FloatingKernel& kernel)
+[[gnu::flatten]] void filterVector(const double* const* rows, std::ptrdiff_t x, int step, const FloatingKernel& kernel,
+                                   std::uint8_t* upperOut, std::uint8_t* lowerOut)
+{
+    TwoInts upperValues[2], lowerValues[2];
+    for (int half = 0; half < 2; ++half, x += Bytes::lanes / 2) {
+        Sums upper, lower;
+        unrolled<vectors>([&](int i) { upper[i] = lower[i] = broadcastDouble(0); });
+        const double* coefficients = kernel.coefficients;
+        addRow<ofUpper, columns>(upper, lower, rows[0] + x, step, coefficients, kernel.columns);
+        for (std::ptrdiff_t r = 1; r < kernel.rows; ++r) {
+            coefficients += kernel.columns;
+            addRow<ofBoth, columns>(upper, lower, rows[r] + x, step, coefficients, kernel.columns);
+        }
+        coefficients += kernel.columns;
+        addRow<ofLower, columns>(upper, lower, rows[kernel.rows] + x, step, coefficients, kernel.columns);
+        upperValues[half] = toValues(upper, kernel);
+        lowerValues[half] = toValues(lower, kernel);
+    }
+    store(upperOut, narrowInOrder(upperValues[0], upperValues[1]));
+    store(lowerOut, narrowInOrder(lowerValues[0], lowerValues[1]));
+}
+
+template <int columns>
+void filterRows(const double* const* rows, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count, int step,
+                const FloatingKernel& kernel)
 {
     if (count < Bytes::lanes) {
-        std::uint8_t pixels[Bytes::lanes];
-        store(pixels, filteredVector<columns>(rows, 0, step, kernel));
-        __builtin_memcpy(out, pixels, static_cast<std::size_t>(count));
+        std::uint8_t pixels[2][Bytes::lanes];
+        filterVector<columns>(rows, 0, step, kernel, pixels[0], pixels[1]);
+        __builtin_memcpy(upper, pixels[0], static_cast<std::size_t>(count));
+        __builtin_memcpy(lower, pixels[1], static_cast<std::size_t>(count));
         return;
     }
     for (std::ptrdiff_t x = 0; x + Bytes::lanes <= count; x += Bytes::lanes)
-        store(out + x, filteredVector<columns>(rows, x, step, kernel));
+        filterVector<columns>(rows, x, step, kernel, upper + x, lower + x);
     const std::ptrdiff_t last = count - Bytes::lanes;  // ends with the row and repeats a few pixels
     if (count % Bytes::lanes != 0)
-        store(out + last, filteredVector<columns>(rows, last, step, kernel));
+        filterVector<columns>(rows, last, step, kernel, upper + last, lower + last);
 }
 
-void row(const double* const* rows, std::uint8_t* out, std::ptrdiff_t count, int step, const FloatingKernel& kernel)
+void rows(const double* const* rows, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count, int step,
+          const FloatingKernel& kernel)
 {
-    switch (kernel.columns) {
-    case 3: return filterRow<3>(rows, out, count, step, kernel);
-    case 5: return filterRow<5>(rows, out, count, step, kernel);
-    case 7: return filterRow<7>(rows, out, count, step, kernel);
-    case 9: return filterRow<9>(rows, out, count, step, kernel);
-    default: return filterRow<0>(rows, out, count, step, kernel);
-    }
+    const auto filter = kernel.columns == 3   ? filterRows<3>
+                        : kernel.columns == 5 ? filterRows<5>
+                        : kernel.columns == 7 ? filterRows<7>
+                        : kernel.columns == 9 ? filterRows<9>
+                                              : filterRows<0>;
+    filter(rows, upper, lower, count, step, kernel);
 }
 
 }  // namespace
 }  // namespace zkit::ZKIT_SET
 
-const zkit::FloatingConvolutionWorkers zkit::FloatingConvolutionWorkers::ZKIT_SET = {ZKIT_SET::widen, ZKIT_SET::row};
+const zkit::FloatingConvolutionWorkers zkit::FloatingConvolutionWorkers::ZKIT_SET = {ZKIT_SET::widen, ZKIT_SET::rows};

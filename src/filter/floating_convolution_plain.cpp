@@ -35,7 +35,14 @@ void row(const double* const* rows, std::uint8_t* out, std::ptrdiff_t count, int
     }
 }
 
+void rows(const double* const* rows, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count, int step,
+          const FloatingKernel& kernel)
+{
+    row(rows, upper, count, step, kernel);
+    row(rows + 1, lower, count, step, kernel);
+}
+
 }  // namespace
 }  // namespace zkit::plain
 
-const zkit::FloatingConvolutionWorkers zkit::FloatingConvolutionWorkers::plain = {plain::widen, plain::row};
+const zkit::FloatingConvolutionWorkers zkit::FloatingConvolutionWorkers::plain = {plain::widen, plain::rows};

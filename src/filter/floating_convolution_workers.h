@@ -17,11 +17,12 @@ struct FloatingKernel {
 struct FloatingConvolutionWorkers {
     void (*widen)(const std::uint8_t* pixels, double* out, std::ptrdiff_t count);
 
-    // One row of the result, of at least one pixel, of kernel.rows rows: pixel x is made of the entries x + k * step
-    // for all columns k. Sums are formed in the order of the coefficients and truncated toward zero (beyond 32 bits the
-    // nearest number, 0 for NaN). Up to readAhead more entries may be read.
-    void (*row)(const double* const* rows, std::uint8_t* out, std::ptrdiff_t count, int step,
-                const FloatingKernel& kernel);
+    // Two rows of the result, of at least one pixel, of kernel.rows + 1 rows: pixel x of the upper one is made of the
+    // entries x + k * step for all columns k in all rows but the last, that of the lower one in all but the first. Sums
+    // are formed in the order of the coefficients and truncated toward zero (beyond 32 bits the nearest number, 0 for
+    // NaN). Up to readAhead more entries may be read.
+    void (*rows)(const double* const* rows, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count, int step,
+                 const FloatingKernel& kernel);
 
     static const FloatingConvolutionWorkers plain, sse2, avx2;
 };

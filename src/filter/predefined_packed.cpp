@@ -12,22 +12,23 @@ inline Columns smoothed(const Columns& a, const Columns& b, const Columns& c) { 
 // A row of pixels, seen with its neighbours to the left and right. What no formula of a filter asks for is never made.
 struct Row {
     Columns centre, sides, slope;
-    Columns square;  // what the row above and the one below add to the eight neighbours
-    Columns three, smooth;
-    Columns peak4, peak5, peak8, peak9;  // what the pixels stand out, so many times themselves
+    Columns withLeft, withRight, three, smooth;
+    Columns peak4, peak5;  // what the pixels stand out, so many times themselves
+    Columns nineTimes, tenTimes;
 
     template <int step>
     explicit Row(const Neighbours<step>& n)
         : centre(n.here),
           sides(n.leftColumns() + n.rightColumns()),
           slope(n.rightColumns() - n.leftColumns()),
-          square(sides + centre),
+          withLeft(n.leftColumns() + centre),
+          withRight(centre + n.rightColumns()),
           three(n.three()),
           smooth(smoothed(n.leftColumns(), centre, n.rightColumns())),
           peak4(4 * centre - sides),
           peak5(5 * centre - sides),
-          peak8(8 * centre - sides),
-          peak9(9 * centre - sides)
+          nineTimes(9 * centre),
+          tenTimes(10 * centre)
     {
     }
 };
@@ -48,7 +49,7 @@ inline Bytes highpass1(const Row& above, const Row& here, const Row& below)
 
 inline Bytes highpass2(const Row& above, const Row& here, const Row& below)
 {
-    return asMagnitudes(here.peak9 - above.square - below.square);
+    return asMagnitudes(here.tenTimes - sum(above.three, here.three, below.three));
 }
 
 inline Bytes laplacian4(const Row& above, const Row& here, const Row& below)
@@ -58,7 +59,7 @@ inline Bytes laplacian4(const Row& above, const Row& here, const Row& below)
 
 inline Bytes laplacian8(const Row& above, const Row& here, const Row& below)
 {
-    return asMagnitudes(here.peak8 - above.square - below.square);
+    return asMagnitudes(here.nineTimes - sum(above.three, here.three, below.three));
 }
 
 inline Bytes lowpass1(const Row& above, const Row& here, const Row& below)
@@ -69,7 +70,7 @@ inline Bytes lowpass1(const Row& above, const Row& here, const Row& below)
 
 inline Bytes lowpass2(const Row& above, const Row& here, const Row& below)
 {
-    return asQuotients(sum(above.square, here.sides, below.square), 3);
+    return asQuotients(sum(above.three, here.three, below.three) - here.centre, 3);
 }
 
 inline Bytes lowpass3(const Row& above, const Row& here, const Row& below)
@@ -89,10 +90,14 @@ inline Bytes sobelY(const Row& above, const Row&, const Row& below)
     return asMagnitudes(below.smooth - above.smooth);
 }
 
+// |x| + |y| is the larger one of |x + y| and |x - y|, in which the pixels of two corners cancel out: half of it will
+// do.
 inline Bytes sobelXY(const Row& above, const Row& here, const Row& below)
 {
-    return saturated(magnitude(smoothed(above.slope, here.slope, below.slope)) +
-                     magnitude(below.smooth - above.smooth));
+    const Columns falling = here.slope + below.withRight - above.withLeft;
+    const Columns rising = here.slope + above.withRight - below.withLeft;
+    const Bytes half = saturated(max(magnitude(falling), magnitude(rising)));
+    return addSaturated(half, half);
 }
 
 inline Bytes prewittX(const Row& above, const Row& here, const Row& below)

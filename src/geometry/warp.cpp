@@ -121,8 +121,9 @@ short ImgWarp(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZImage<ZBW32>* map)
                 ++y;
             return y == end;
         },
-        [](const auto& maps, auto x, auto y, auto out, auto count) {
-            return require(maps.worker.packedMap(maps.src, maps.at(0, x, y), out, count) == count,
+        [lastRow = dst->GetHeight() - std::ptrdiff_t{1}](const auto& maps, auto x, auto y, auto out, auto count) {
+            const auto next = maps.at(0, x, std::min(y + tileHeight, lastRow));
+            return require(maps.worker.packedMap(maps.src, maps.at(0, x, y), out, count, next) == count,
                            Z_ERROR_OUTSIDE_IMAGE);
         });
     return frame.finish();

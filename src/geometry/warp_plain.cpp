@@ -19,7 +19,8 @@ void separate(const Source& src, const SeparateMaps& maps, std::uint8_t* dst, st
     }
 }
 
-std::ptrdiff_t packedMap(const Source& src, const std::uint8_t* map, std::uint8_t* dst, std::ptrdiff_t count)
+std::ptrdiff_t packedMap(const Source& src, const std::uint8_t* map, std::uint8_t* dst, std::ptrdiff_t count,
+                         const std::uint8_t*)
 {
     for (std::ptrdiff_t i = 0; i < count; ++i) {
         const std::ptrdiff_t x = number(map + 4 * i), y = number(map + 4 * i + 2);

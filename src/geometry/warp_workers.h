@@ -18,8 +18,9 @@ struct WarpWorkers {
     void (*colour)(const Source& src, const SeparateMaps& maps, std::uint8_t* dst, std::ptrdiff_t count);
 
     // The same from unsigned coordinates, x in the low and y in the high 16 bits of the map's numbers, as far as they
-    // lie in the source. Returns how many pixels that are.
-    std::ptrdiff_t (*packedMap)(const Source& src, const std::uint8_t* map, std::uint8_t* dst, std::ptrdiff_t count);
+    // lie in the source. Returns how many pixels that are. `next` is a part of the map, as long, that is wanted soon.
+    std::ptrdiff_t (*packedMap)(const Source& src, const std::uint8_t* map, std::uint8_t* dst, std::ptrdiff_t count,
+                                const std::uint8_t* next);
 
     // Whether all of them lie there.
     bool (*inside)(const Source& src, const std::uint8_t* map, std::ptrdiff_t count);

@@ -37,9 +37,9 @@ inline constexpr std::ptrdiff_t slack = 8 * Bytes::lanes;
 // What the rows of a block may take, so that they stay in the second-level cache.
 inline constexpr std::int64_t blockBytes = 1 << 18;
 
-// Panels that would be narrower than this take more, since every row of theirs is a page of its own, which costs more
-// than that they leave the second-level cache.
-inline constexpr std::int64_t panelWidth = 512, panelBytes = 1 << 20;
+// What the rows may take that are kept in place. Where squares hold more the columns are filtered before the rows, in
+// panels, which begin with whole lines of the cache and whole pixels.
+inline constexpr std::int64_t keptBytes = 1 << 20, panelUnit = 3 * alignment;
 
 // The least height of a block that is lower than the squares.
 inline constexpr std::int64_t lowest = 16;
@@ -52,10 +52,21 @@ inline std::int64_t aligned(std::int64_t bytes) { return (bytes + alignment - 1)
 
 // The working memory.
 struct Layout {
-    std::int64_t margin, pitch, rows, line;            // of rows, several in a line
-    std::int64_t panel, height, segments, blockPitch;  // of columns and their blocks
-    std::int64_t row, total;
+    std::int64_t margin, pitch, rows, line;  // of rows, several in a line
+    std::int64_t panel;                      // of columns, width of a panel
+    std::int64_t parts, height, kept;        // blocks in a square, rows in a block, rows to keep
+    std::int64_t blockPitch, total;
 };
+
+// The width of panels, which is that of the rows where there are none.
+inline std::int64_t panelOf(const Source& src, const Target& dst, std::int64_t side)
+{
+    const std::int64_t rows = side < dst.height ? side : dst.height;
+    if (src.data != dst.data || rows * dst.width <= keptBytes)
+        return dst.width;
+    const std::int64_t units = keptBytes / rows / panelUnit, panel = (units > 1 ? units : 1) * panelUnit;
+    return panel < dst.width ? panel : dst.width;
+}
 
 inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squares)
 {
@@ -66,32 +77,22 @@ inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squa
     layout.rows = layout.pitch < lineBytes ? (lineBytes + layout.pitch - 1) / layout.pitch : 1;
     layout.line = layout.margin + layout.rows * layout.pitch + slack;
 
-    const std::int64_t side = 2 * std::int64_t{reachWithin(dst.height, squares)} + 1;
-    layout.panel = dst.width;
-    layout.height = side;
-    if (side * dst.width > blockBytes && src.data == dst.data) {
-        const std::int64_t narrow = panelBytes / side < panelWidth ? panelBytes / side : panelWidth;
-        const std::int64_t wide = blockBytes / side;
-        const std::int64_t cut = (wide < narrow ? narrow : wide) / alignment * alignment;
-        layout.panel = cut < alignment ? alignment : cut;
-        layout.panel = layout.panel < dst.width ? layout.panel : dst.width;
-    } else if (side * dst.width > blockBytes) {
-        const std::int64_t low = blockBytes / dst.width;
-        layout.height = low < lowest ? lowest : low;
-        layout.height = layout.height < side ? layout.height : side;
+    const std::int64_t columnReach = reachWithin(dst.height, squares), side = 2 * columnReach + 1;
+    layout.panel = panelOf(src, dst, side);
+    const std::int64_t low = blockBytes / layout.panel, most = low < lowest ? lowest : low;
+    layout.parts = (side + most - 1) / most;
+    layout.height = (side + layout.parts - 1) / layout.parts;
+    if (src.data == dst.data) {
+        const std::int64_t ofBlocks = dst.height - columnReach + layout.height;
+        layout.kept = ofBlocks < dst.height ? ofBlocks : dst.height;
     }
-    layout.segments = side / layout.height - 1;
     layout.blockPitch = aligned(layout.panel + Bytes::lanes);
-    layout.row = aligned(dst.width + slack);
-    layout.total =
-        alignment + 3 * layout.line + 2 * layout.row + (layout.height + layout.segments + 1) * layout.blockPitch;
+    // Beside the blocks: the outside row, three rows of extremes so far, those of all parts but one, and of all of
+    // them.
+    const std::int64_t rows =
+        layout.height + layout.parts + 5 + (layout.parts > 1 ? (layout.kept < side ? layout.kept : side) : 0);
+    layout.total = alignment + 3 * layout.line + rows * layout.blockPitch;
     return layout;
-}
-
-inline std::int64_t memory(const Source& src, const Target& dst, const Squares& squares)
-{
-    return squares.reach == 1 ? std::int64_t{rowsKept(src.data == dst.data)} * dst.width
-                              : layoutOf(src, dst, squares).total;
 }
 
 // out[i] = the extreme of in[i], in[i + distance], ... `count` of them, the last one being in[i + last].
@@ -107,6 +108,60 @@ template <class Extreme, int count>
     });
 }
 
+// out = the extremes of two rows.
+template <class Extreme>
+[[gnu::flatten]] void ofTwo(const std::uint8_t* a, const std::uint8_t* b, std::uint8_t* out, std::ptrdiff_t width,
+                            Stores stores = Stores::cached)
+{
+    mapRow(out, width, stores, [=](auto at) { return Extreme::of(at.bytes(a), at.bytes(b)); });
+}
+
+// Makes of the extremes of `have` pixels those of `want` pixels, of one vector of a row after the other: a vector is
+// given back when `delay` more have been put in.
+template <class Extreme, int step, int have, int want>
+class Longer {
+    static constexpr int more = have < want - have ? have : want - have;
+    using Next = Longer<Extreme, step, have + more, want>;
+
+public:
+    static constexpr int delay = 1 + Next::delay;
+
+    Bytes operator()(Bytes here)
+    {
+        const Bytes longer = Extreme::of(previous_, after<more * step>(previous_, here));
+        previous_ = here;
+        return next_(longer);
+    }
+
+private:
+    Bytes previous_{};
+    Next next_;
+};
+
+template <class Extreme, int step, int want>
+class Longer<Extreme, step, want, want> {
+public:
+    static constexpr int delay = 0;
+
+    Bytes operator()(Bytes here) const { return here; }
+};
+
+// out[i] = the extreme of as many pixels from in[i] on as a vector has.
+template <class Extreme, int step>
+[[gnu::flatten]] void ofVectors(const std::uint8_t* in, std::uint8_t* out, std::ptrdiff_t width)
+{
+    Longer<Extreme, step, 4, Bytes::lanes / step> longer;
+    constexpr std::ptrdiff_t ahead = longer.delay * Bytes::lanes;
+    const auto put = [&](const std::uint8_t* p) {
+        return longer(
+            Extreme::of(Extreme::of(load(p), load(p + step)), Extreme::of(load(p + 2 * step), load(p + 3 * step))));
+    };
+    for (std::ptrdiff_t x = 0; x < ahead; x += Bytes::lanes)
+        put(in + x);
+    for (std::ptrdiff_t x = 0; x < width; x += Bytes::lanes)
+        store(out + x, put(in + x + ahead));
+}
+
 // Filters rows, several at once.
 template <class Extreme>
 class RowFilter {
@@ -117,6 +172,7 @@ public:
           step_(squares.step),
           reach_(reachWithin(dst.width / squares.step, squares)),
           side_(2 * reach_ + 1),
+          size_(Bytes::lanes / squares.step),
           stores_(stores),
           pitch_(static_cast<std::ptrdiff_t>(layout.pitch)),
           rows_(static_cast<std::ptrdiff_t>(layout.rows)),
@@ -172,22 +228,23 @@ private:
         each([this](std::ptrdiff_t at, std::uint8_t* to) { cover(sixteens_ + at, 16, to); });
     }
 
-    // Rows of wide squares. Where sixteen pixels have none within the region they are as they have been from the start.
+    // Rows of wide squares, made of as many pixels as a vector has. Where these have none within the region they are as
+    // they have been from the start. They are stored at addresses of whole vectors.
     template <class Each>
     void filterWide(Each each)
     {
-        const std::ptrdiff_t first = (reach_ - 15) * step_, width = dst_.width + 15 * step_;
-        const auto fours = [=, this](std::ptrdiff_t at) {
-            ofSeveral<Extreme, 4>(whole_ + at + first, step_, 3 * step_, fours_ + at + first, width + 12 * step_,
-                                  Stores::cached);
-        };
-        const auto sixteens = [=, this](std::ptrdiff_t at) {
-            ofSeveral<Extreme, 4>(fours_ + at + first, 4 * step_, 12 * step_, sixteens_ + at + first, width,
-                                  Stores::cached);
-        };
-        each([&](std::ptrdiff_t at, std::uint8_t*) { fours(at); });
-        each([&](std::ptrdiff_t at, std::uint8_t*) { sixteens(at); });
-        each([this](std::ptrdiff_t at, std::uint8_t* to) { coverByBlocks(sixteens_ + at, fours_ + at, to); });
+        const std::ptrdiff_t before = (size_ - 1) * step_;
+        const std::ptrdiff_t first = (reach_ * step_ - before) / Bytes::lanes * Bytes::lanes;
+        each([&](std::ptrdiff_t at, std::uint8_t*) {
+            const auto filter = step_ == 1 ? ofVectors<Extreme, 1> : ofVectors<Extreme, 3>;
+            filter(whole_ + at + first, sixteens_ + at + first, reach_ * step_ + dst_.width - first);
+        });
+        each([this](std::ptrdiff_t at, std::uint8_t* to) {
+            if (side_ <= 4 * size_)
+                cover(sixteens_ + at, size_, to);
+            else
+                coverByBlocks(sixteens_ + at, fours_ + at, to);
+        });
     }
 
     // The extremes of squares made of at most four of `size` pixels, which lie side by side but for the last one.
@@ -202,49 +259,37 @@ private:
             ofSeveral<Extreme, 4>(in, distance, last, out, dst_.width, stores_);
     }
 
-    // The extreme of as many pixels as a vector has, made of sixteen.
-    Bytes ofVector(const std::uint8_t* sixteens) const
+    // The extremes of as many vectors of pixels as the square has, and of the vector that its last pixels are in.
+    // Pixels as far apart as vectors begin are a column of their own, cut into blocks: the ends of a block are kept,
+    // and what comes behind it grows. Blocks are a vector shorter than squares, which therefore hold also what the last
+    // lanes of a vector of colours have: they begin with those of the next one.
+    void coverByBlocks(const std::uint8_t* vectors, std::uint8_t* ends, std::uint8_t* out)
     {
-        return Extreme::of(load(sixteens), load(sixteens + (Bytes::lanes - 16) * step_));
-    }
-
-    // The extremes of as many whole vectors of pixels as the square has, and of the vector that its last pixels are in.
-    // Pixels a vector apart are a column of their own, cut into blocks: the ends of a block are kept, and its beginning
-    // grows.
-    void coverByBlocks(const std::uint8_t* sixteens, std::uint8_t* ends, std::uint8_t* out)
-    {
-        const std::ptrdiff_t width = dst_.width, stride = Bytes::lanes * step_, block = side_ / Bytes::lanes * stride;
-        const std::ptrdiff_t lastOfBlock = block - stride, lastOfSquare = (side_ - Bytes::lanes) * step_;
-        const bool streamed = stores_ == Stores::streamed && firstAligned(out, 1) == 0;
-        const auto put = [=](std::ptrdiff_t at, Bytes pixels) {
-            if (at + Bytes::lanes > width)
-                __builtin_memcpy(out + at, &pixels, static_cast<std::size_t>(width - at));
-            else if (streamed)
-                stream(out + at, pixels);
-            else
-                store(out + at, pixels);
-        };
-        for (std::ptrdiff_t start = 0; start < width; start += block)
-            for (std::ptrdiff_t x = start; x < start + stride && x < width; x += Bytes::lanes) {
-                Bytes extreme = ofVector(sixteens + x + lastOfBlock);
-                store(ends + x + lastOfBlock, extreme);
-                for (std::ptrdiff_t at = x + lastOfBlock - stride; at >= x; at -= stride) {
-                    extreme = Extreme::of(extreme, ofVector(sixteens + at));
-                    store(ends + at, extreme);
-                }
-                // Every square that begins in the block holds the block's last vector.
-                extreme = ofVector(sixteens + x + lastOfBlock);
-                for (std::ptrdiff_t at = x; at < x + block && at < width; at += stride) {
-                    const Bytes last = ofVector(sixteens + at + lastOfSquare);
-                    extreme = Extreme::of(extreme, ofVector(sixteens + at + lastOfBlock));
-                    put(at, Extreme::of(Extreme::of(extreme, load(ends + at)), last));
-                }
+        const std::ptrdiff_t width = dst_.width, stride = size_ * step_, block = (side_ / size_ - 1) * stride;
+        for (std::ptrdiff_t start = 0; start < width; start += block) {
+            Bytes extreme = load(vectors + start + block - stride);
+            for (std::ptrdiff_t x = start + block - stride; x >= start; x -= stride) {
+                extreme = Extreme::of(extreme, load(vectors + x));
+                store(ends + x, extreme);
             }
+            // The next ends are loaded before the bytes that they share with these are stored, and need not wait for
+            // it.
+            extreme = load(vectors + start + block);
+            Bytes end = load(ends + start);
+            for (std::ptrdiff_t x = start; x < start + block && x < width; x += stride) {
+                extreme = Extreme::of(extreme, load(vectors + x + block));
+                const Bytes result = Extreme::of(extreme, end);
+                end = load(ends + x + stride);
+                store(ends + x, result);
+            }
+        }
+        ofTwo<Extreme>(ends, vectors + (side_ - size_) * step_, out, width, stores_);
     }
 
     Target dst_;
     Squares squares_;
     std::ptrdiff_t step_, reach_, side_;
+    std::ptrdiff_t size_;  // pixels of a vector
     Stores stores_;
     std::ptrdiff_t pitch_, rows_, count_ = 0, rowsAdded_ = 0;
     std::uint8_t *whole_, *fours_, *sixteens_;

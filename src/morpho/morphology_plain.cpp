@@ -21,7 +21,7 @@ std::uint8_t ofThree(std::uint8_t a, std::uint8_t b, std::uint8_t c)
 template <class Extreme>
 void filterRow(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t width, const Squares& squares)
 {
-    for (std::ptrdiff_t first = 0; first < squares.step; ++first) {
+    for (std::ptrdiff_t first = 0; first < 3 && first < squares.step; ++first) {
         std::uint8_t left = squares.outside[first], here = src[first];
         std::ptrdiff_t x = first;
         for (; x + squares.step < width; x += squares.step) {
@@ -68,10 +68,44 @@ void filter(const Source& src, const Target& dst, const Squares& squares, Stores
     }
 }
 
+template <class First, class Second>
+void filterTwice(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
+{
+    const std::uint8_t(&outside)[3] = squares.outsideNext;
+    filter<First>(src, dst, squares, stores, memory);
+    filter<Second>({dst.data, dst.pitch, dst.width, dst.height}, dst,
+                   {squares.reach, squares.step, {outside[0], outside[1], outside[2]}, {}}, stores, memory);
+}
+
+struct Removed {
+    static int of(int pixel, int filtered) { return pixel - filtered; }
+};
+
+struct Added {
+    static int of(int pixel, int filtered) { return filtered - pixel; }
+};
+
+template <class First, class Second, class Difference>
+void topHat(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
+{
+    filterTwice<First, Second>(src, dst, squares, stores, memory);
+    for (std::ptrdiff_t y = 0; y < dst.height; ++y)
+        for (std::ptrdiff_t x = 0; x < dst.width; ++x) {
+            std::uint8_t& pixel = dst.data[y * dst.pitch + x];
+            const int difference = Difference::of(src.data[y * src.pitch + x], pixel);
+            pixel = static_cast<std::uint8_t>(difference > 0 ? difference : 0);
+        }
+}
+
 std::int64_t memory(const Source&, const Target& dst, const Squares&) { return dst.width; }
 
 }  // namespace
 }  // namespace zkit::plain
 
-const zkit::MorphologyWorkers zkit::MorphologyWorkers::plain = {plain::filter<plain::Least>,
-                                                                plain::filter<plain::Greatest>, plain::memory};
+const zkit::MorphologyWorkers zkit::MorphologyWorkers::plain = {
+    {plain::filter<plain::Least>, plain::memory},
+    {plain::filter<plain::Greatest>, plain::memory},
+    {plain::filterTwice<plain::Least, plain::Greatest>, plain::memory},
+    {plain::filterTwice<plain::Greatest, plain::Least>, plain::memory},
+    {plain::topHat<plain::Least, plain::Greatest, plain::Removed>, plain::memory},
+    {plain::topHat<plain::Greatest, plain::Least, plain::Added>, plain::memory}};

@@ -1,6 +1,7 @@
 // Extremes of 3 x 3 pixels.
 #pragma once
 
+#include "simd/bands.h"
 #include "simd/neighbourhood.h"
 
 namespace zkit::ZKIT_SET {
@@ -81,6 +82,46 @@ template <class Extreme>
 void ofNine(const std::uint8_t* const* rows, const Target& out, const Border& border)
 {
     filterBand<ofThreeRows<Extreme>, AlongTwoRows<Extreme>>(rows, out, border);
+}
+
+inline constexpr std::ptrdiff_t rowsBetween = 2 * rowsOfBand;
+
+// Rows between two steps, and those of a band behind them, do not fall on the same lines of the cache.
+inline std::ptrdiff_t pitchBetween(std::ptrdiff_t width) { return width / 128 * 128 + 192; }
+
+inline std::int64_t memoryOfTwoSteps(std::ptrdiff_t width)
+{
+    return 2 * std::int64_t{width} + (rowsBetween + rowsOfBand) * std::int64_t{pitchBetween(width)};
+}
+
+// Both steps, band by band: no more rows are kept between them than the second one needs, which put(rows, y, count) is
+// to take for the rows of results from y on. It stays a row behind, so that in place no row is written before it has
+// been read.
+template <class First, class Put>
+void ofNineTwice(const Source& src, const Border& first, const Border& second, std::uint8_t* memory, const Put& put)
+{
+    const std::ptrdiff_t width = src.width, pitch = pitchBetween(width);
+    std::uint8_t *const outside = memory + width, *const between = outside + width;
+    fillPixels(outside, width, second.pixel, second.step);
+    std::ptrdiff_t begun = 0, done = 0;
+    const auto finish = [&](std::ptrdiff_t count) {
+        const std::uint8_t* rows[rowsOfBand + 2];
+        for (std::ptrdiff_t i = 0; i < count + 2; ++i) {
+            const std::ptrdiff_t y = done - 1 + i;
+            rows[i] = y < 0 || y == src.height ? outside : between + y % rowsBetween * pitch;
+        }
+        put(rows, done, count);
+        done += count;
+    };
+    const auto band = [&](const std::uint8_t* const* rows, const Target& out, const Border& border) {
+        ofNine<First>(rows, {between + begun % rowsBetween * pitch, pitch, width, out.height}, border);
+        begun += out.height;
+        if (begun - 1 > done)
+            finish(begun - 1 - done);
+        if (begun == src.height)
+            finish(1);
+    };
+    filterBands(src, {between, 0, width, src.height}, first, band, Above::unfiltered, memory);
 }
 
 }  // namespace

@@ -47,6 +47,7 @@ template <class Step>
         if (x == count)
             return;
     } else {
+#pragma GCC unroll 2
         for (; x < last; x += Bytes::lanes)
             store(dst + size * x, step(WholeVector{x}));
     }

@@ -25,6 +25,7 @@ inline Columns operator*(int factor, const Columns& a)
 {
     return {broadcastWord(factor) * a.even, broadcastWord(factor) * a.odd};
 }
+inline Columns max(const Columns& a, const Columns& b) { return {maxSigned(a.even, b.even), maxSigned(a.odd, b.odd)}; }
 inline Columns magnitude(const Columns& a) { return {magnitude(a.even), magnitude(a.odd)}; }
 
 // Signed values as bytes, with saturation to 0..255.

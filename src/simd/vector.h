@@ -24,8 +24,21 @@ inline Ints loadOnce(const std::uint32_t* p)
     return loaded;
 }
 
+inline Doubles loadOnce(const double* p)
+{
+    Doubles loaded = loadDoubles(p);
+    __asm__("" : "+x"(loaded.r));
+    return loaded;
+}
+
 // sum += more. Sums of many products stay in their registers, where the compiler would form all products first.
 inline void addTo(Ints& sum, Ints more)
+{
+    sum = sum + more;
+    __asm__("" : "+x"(sum.r));
+}
+
+inline void addTo(Doubles& sum, Doubles more)
 {
     sum = sum + more;
     __asm__("" : "+x"(sum.r));

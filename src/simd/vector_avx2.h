@@ -41,6 +41,7 @@ inline Words operator^(Words a, Words b) { return {_mm256_xor_si256(a.r, b.r)}; 
 inline Words equal(Words a, Words b) { return {_mm256_cmpeq_epi16(a.r, b.r)}; }
 inline Words addSaturated(Words a, Words b) { return {_mm256_adds_epu16(a.r, b.r)}; }
 inline Words subtractSaturated(Words a, Words b) { return {_mm256_subs_epu16(a.r, b.r)}; }
+inline Words maxSigned(Words a, Words b) { return {_mm256_max_epi16(a.r, b.r)}; }
 inline Words addSaturatedSigned(Words a, Words b) { return {_mm256_adds_epi16(a.r, b.r)}; }
 inline Words magnitude(Words a) { return {_mm256_abs_epi16(a.r)}; }
 inline Words averageUp(Words a, Words b) { return {_mm256_avg_epu16(a.r, b.r)}; }
@@ -48,6 +49,8 @@ inline Words shiftRight(Words a, int count) { return {_mm256_srl_epi16(a.r, _mm_
 inline Words shiftRightSigned(Words a, int count) { return {_mm256_sra_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words shiftLeft(Words a, int count) { return {_mm256_sll_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words multiplyHigh(Words a, Words b) { return {_mm256_mulhi_epu16(a.r, b.r)}; }
+// The sums of the products of both bytes of a word with two signed bytes, which must fit.
+inline Words multiplyAddBytes(Words pixels, Words factors) { return {_mm256_maddubs_epi16(pixels.r, factors.r)}; }
 inline Ints multiplyAddPairs(Words a, Words b) { return {_mm256_madd_epi16(a.r, b.r)}; }
 
 inline Ints operator+(Ints a, Ints b) { return {_mm256_add_epi32(a.r, b.r)}; }
@@ -57,6 +60,7 @@ inline Ints shiftRight(Ints a, int count) { return {_mm256_srl_epi32(a.r, _mm_cv
 inline Ints shiftRightSigned(Ints a, int count) { return {_mm256_sra_epi32(a.r, _mm_cvtsi32_si128(count))}; }
 inline Ints shiftLeft(Ints a, int count) { return {_mm256_sll_epi32(a.r, _mm_cvtsi32_si128(count))}; }
 
+inline Ints magnitude(Ints a) { return {_mm256_abs_epi32(a.r)}; }
 inline Ints equal(Ints a, Ints b) { return {_mm256_cmpeq_epi32(a.r, b.r)}; }
 inline Ints operator&(Ints a, Ints b) { return {_mm256_and_si256(a.r, b.r)}; }
 inline Ints operator|(Ints a, Ints b) { return {_mm256_or_si256(a.r, b.r)}; }
@@ -114,31 +118,6 @@ inline Ints widenWordsToInts(const std::uint8_t* p)
     return {_mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)))};
 }
 
-// Bytes::lanes bytes from memory, each at an offset of its own, which is signed.
-inline Bytes fetchBytes(const std::uint8_t* data, const std::uint32_t* offsets)
-{
-    const auto sixteen = [=](int first) {
-        const auto byte = [=](int i) -> int { return data[static_cast<std::int32_t>(offsets[first + i])]; };
-        __m128i a = _mm_cvtsi32_si128(byte(0)), b = _mm_cvtsi32_si128(byte(8));
-        a = _mm_insert_epi8(a, byte(1), 1);
-        b = _mm_insert_epi8(b, byte(9), 1);
-        a = _mm_insert_epi8(a, byte(2), 2);
-        b = _mm_insert_epi8(b, byte(10), 2);
-        a = _mm_insert_epi8(a, byte(3), 3);
-        b = _mm_insert_epi8(b, byte(11), 3);
-        a = _mm_insert_epi8(a, byte(4), 4);
-        b = _mm_insert_epi8(b, byte(12), 4);
-        a = _mm_insert_epi8(a, byte(5), 5);
-        b = _mm_insert_epi8(b, byte(13), 5);
-        a = _mm_insert_epi8(a, byte(6), 6);
-        b = _mm_insert_epi8(b, byte(14), 6);
-        a = _mm_insert_epi8(a, byte(7), 7);
-        b = _mm_insert_epi8(b, byte(15), 7);
-        return _mm_unpacklo_epi64(a, b);
-    };
-    return {_mm256_inserti128_si256(_mm256_castsi128_si256(sixteen(0)), sixteen(16), 1)};
-}
-
 // Words::lanes words of a table, each with an index of its own.
 inline Words fetchWords(const std::uint16_t* table, const std::uint16_t* indices)
 {
@@ -178,6 +157,8 @@ inline TwoWords pairs(Words a, Words b)
 {
     return {{_mm256_unpacklo_epi16(a.r, b.r)}, {_mm256_unpackhi_epi16(a.r, b.r)}};
 }
+// The bytes of two vectors in pairs, which narrow takes back to the order of either.
+inline TwoWords pairs(Bytes a, Bytes b) { return {{_mm256_unpacklo_epi8(a.r, b.r)}, {_mm256_unpackhi_epi8(a.r, b.r)}}; }
 inline Words narrow(TwoInts a) { return {_mm256_packus_epi32(a.low.r, a.high.r)}; }
 inline Words narrowSigned(TwoInts a) { return {_mm256_packs_epi32(a.low.r, a.high.r)}; }
 inline Bytes narrow(TwoWords a) { return {_mm256_packus_epi16(a.low.r, a.high.r)}; }

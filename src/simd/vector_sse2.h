@@ -41,6 +41,7 @@ inline Words operator^(Words a, Words b) { return {_mm_xor_si128(a.r, b.r)}; }
 inline Words equal(Words a, Words b) { return {_mm_cmpeq_epi16(a.r, b.r)}; }
 inline Words addSaturated(Words a, Words b) { return {_mm_adds_epu16(a.r, b.r)}; }
 inline Words subtractSaturated(Words a, Words b) { return {_mm_subs_epu16(a.r, b.r)}; }
+inline Words maxSigned(Words a, Words b) { return {_mm_max_epi16(a.r, b.r)}; }
 inline Words addSaturatedSigned(Words a, Words b) { return {_mm_adds_epi16(a.r, b.r)}; }
 inline Words magnitude(Words a) { return {_mm_max_epi16(a.r, _mm_sub_epi16(_mm_setzero_si128(), a.r))}; }
 inline Words averageUp(Words a, Words b) { return {_mm_avg_epu16(a.r, b.r)}; }
@@ -48,6 +49,12 @@ inline Words shiftRight(Words a, int count) { return {_mm_srl_epi16(a.r, _mm_cvt
 inline Words shiftRightSigned(Words a, int count) { return {_mm_sra_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words shiftLeft(Words a, int count) { return {_mm_sll_epi16(a.r, _mm_cvtsi32_si128(count))}; }
 inline Words multiplyHigh(Words a, Words b) { return {_mm_mulhi_epu16(a.r, b.r)}; }
+inline Words multiplyAddBytes(Words pixels, Words factors)
+{
+    const __m128i even = _mm_and_si128(pixels.r, _mm_set1_epi16(255)), odd = _mm_srli_epi16(pixels.r, 8);
+    const __m128i ofEven = _mm_srai_epi16(_mm_slli_epi16(factors.r, 8), 8), ofOdd = _mm_srai_epi16(factors.r, 8);
+    return {_mm_add_epi16(_mm_mullo_epi16(even, ofEven), _mm_mullo_epi16(odd, ofOdd))};
+}
 inline Ints multiplyAddPairs(Words a, Words b) { return {_mm_madd_epi16(a.r, b.r)}; }
 
 inline Ints operator+(Ints a, Ints b) { return {_mm_add_epi32(a.r, b.r)}; }
@@ -63,6 +70,11 @@ inline Ints shiftRight(Ints a, int count) { return {_mm_srl_epi32(a.r, _mm_cvtsi
 inline Ints shiftRightSigned(Ints a, int count) { return {_mm_sra_epi32(a.r, _mm_cvtsi32_si128(count))}; }
 inline Ints shiftLeft(Ints a, int count) { return {_mm_sll_epi32(a.r, _mm_cvtsi32_si128(count))}; }
 
+inline Ints magnitude(Ints a)
+{
+    const __m128i sign = _mm_srai_epi32(a.r, 31);
+    return {_mm_sub_epi32(_mm_xor_si128(a.r, sign), sign)};
+}
 inline Ints equal(Ints a, Ints b) { return {_mm_cmpeq_epi32(a.r, b.r)}; }
 inline Ints operator&(Ints a, Ints b) { return {_mm_and_si128(a.r, b.r)}; }
 inline Ints operator|(Ints a, Ints b) { return {_mm_or_si128(a.r, b.r)}; }
@@ -111,17 +123,6 @@ inline Ints widenWordsToInts(const std::uint8_t* p)
     return {_mm_unpacklo_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128())};
 }
 
-inline Bytes fetchBytes(const std::uint8_t* data, const std::uint32_t* offsets)
-{
-    const auto eight = [=](int first) {
-        const auto byte = [=](int i) {
-            return static_cast<std::uint64_t>(data[static_cast<std::int32_t>(offsets[first + i])]) << 8 * i;
-        };
-        return static_cast<long long>(byte(0) | byte(1) | byte(2) | byte(3) | byte(4) | byte(5) | byte(6) | byte(7));
-    };
-    return {_mm_set_epi64x(eight(8), eight(0))};
-}
-
 inline Words fetchWords(const std::uint16_t* table, const std::uint16_t* indices)
 {
     const auto eight = [=](int first) {
@@ -152,6 +153,7 @@ inline TwoFloats toFloats(Words a, float more = 0)
             {_mm_sub_ps(_mm_castsi128_ps(_mm_unpackhi_epi16(a.r, exponent)), offset)}};
 }
 inline TwoWords pairs(Words a, Words b) { return {{_mm_unpacklo_epi16(a.r, b.r)}, {_mm_unpackhi_epi16(a.r, b.r)}}; }
+inline TwoWords pairs(Bytes a, Bytes b) { return {{_mm_unpacklo_epi8(a.r, b.r)}, {_mm_unpackhi_epi8(a.r, b.r)}}; }
 inline Words narrow(TwoInts a)
 {
     // There is only a signed saturation: the numbers are moved into its range. The smallest one, which no number that

@@ -28,100 +28,90 @@ void mean(const std::uint8_t* above, const std::uint8_t* below, std::uint8_t* ds
     });
 }
 
-// Sums of products with a row of bytes. All sums are modulo 2^32.
-class Products {
-public:
-    Products(const std::uint8_t* a, std::ptrdiff_t count) : a_(a), count_(count) {}
+// sums[k] += the sum of (a[i] - b[i - k step])^2, modulo 2^32.
+template <int rows>
+[[gnu::flatten]] void addSquares(const std::uint8_t* a, const std::uint8_t* b, std::ptrdiff_t count,
+                                 std::ptrdiff_t step, std::uint32_t (&sums)[rows])
+{
+    Ints all[rows];  // in registers, for which every access to them is written out
+    unrolled<rows>([&](int k) { all[k] = broadcastInt(0); });
+    const auto square = [](Words difference) { return multiplyAddPairs(difference, difference); };
+    const auto add = [&](auto at, Bytes counting) {
+        const Bytes here = at.bytes(a) & counting;
+        const Words even = evenBytes(here), odd = oddBytes(here);
+        unrolled<rows>([&](int k) {
+            const Bytes there = at.bytes(b - k * step) & counting;
+            all[k] = all[k] + square(even - evenBytes(there)) + square(odd - oddBytes(there));
+        });
+    };
+    for (std::ptrdiff_t x = 0; x + Bytes::lanes <= count; x += Bytes::lanes)
+        add(WholeVector{x}, broadcast(255));
+    // The last vector is a whole one in all but the shortest rows, which is not asked for every row again.
+    if (const LastVector last(count); count > Bytes::lanes && count % Bytes::lanes != 0)
+        add(WholeVector{last.start()}, last.counting());
+    else if (count % Bytes::lanes != 0)
+        add(last, last.counting());
+    unrolled<rows>([&](int k) { sums[k] += total(all[k]); });
+}
 
-    // sums[k] = the sum of a[i] * b[i - k step].
+// The search for the smallest sum, in any order.
+class Search {
+public:
+    Search(const std::uint8_t* a, const std::uint8_t* b, std::ptrdiff_t count, std::ptrdiff_t step)
+        : a_(a), b_(b), count_(count), step_(step), part_(wraps(count) ? count : count / 4 & -Bytes::lanes)
+    {
+    }
+
+    // Looks at neighbouring candidates. They are done with after a part of the row if all their sums are too large.
     template <int candidates>
-    [[gnu::flatten]] void with(const std::uint8_t* b, std::ptrdiff_t step, std::uint32_t (&sums)[candidates]) const
+    void look(std::ptrdiff_t first)
     {
-        Ints all[candidates];  // in registers, for which every loop over them is unrolled
-#pragma GCC unroll 4
+        std::uint32_t sums[candidates] = {};
+        const std::uint8_t* const b = b_ - first * step_;
+        addSquares(a_, b, part_, step_, sums);
+        bool promising = false;
+        for (const std::uint32_t sum : sums)
+            promising |= sum <= least_;
+        if (!promising)
+            return;
+        addSquares(a_ + part_, b + part_, count_ - part_, step_, sums);
         for (int k = 0; k < candidates; ++k)
-            all[k] = broadcastInt(0);
-        std::ptrdiff_t i = 0;
-        for (; i + Bytes::lanes <= count_; i += Bytes::lanes) {
-            const Bytes a = load(a_ + i);
-            const Words even = evenBytes(a), odd = oddBytes(a);
-            const std::uint8_t* from = b + i;
-#pragma GCC unroll 4
-            for (int k = 0; k < candidates; ++k) {
-                const Bytes other = load(from);
-                from -= step;
-                all[k] = all[k] + multiplyAddPairs(even, evenBytes(other)) + multiplyAddPairs(odd, oddBytes(other));
+            if (sums[k] < least_ || (sums[k] == least_ && first + k < best_)) {
+                least_ = sums[k];
+                best_ = first + k;
             }
-        }
-#pragma GCC unroll 4
-        for (int k = 0; k < candidates; ++k) {
-            sums[k] = total(all[k]);
-            for (std::ptrdiff_t last = i; last < count_; ++last)
-                sums[k] += static_cast<std::uint32_t>(a_[last] * b[last - k * step]);
-        }
     }
 
-    std::uint32_t with(const std::uint8_t* b) const
-    {
-        std::uint32_t sum[1];
-        with(b, 0, sum);
-        return sum[0];
-    }
+    std::ptrdiff_t best() const { return best_; }
 
 private:
-    const std::uint8_t* a_;
-    std::ptrdiff_t count_;
-};
-
-// The sum of the squares of a row that moves to the left.
-class Squares {
-public:
-    Squares(const std::uint8_t* row, std::ptrdiff_t count)
-        : row_(row), count_(count), sum_(Products(row, count).with(row))
+    static bool wraps(std::ptrdiff_t count)
     {
+        constexpr std::ptrdiff_t longest = 0xFFFFFFFF / (255 * 255);
+        return count > longest;
     }
 
-    std::uint32_t sum() const { return sum_; }
-
-    void move(std::ptrdiff_t step)
-    {
-        for (std::ptrdiff_t i = 1; i <= step; ++i) {
-            const std::uint32_t in = row_[-i], out = row_[count_ - i];
-            sum_ += in * in - out * out;
-        }
-        row_ -= step;
-    }
-
-private:
-    const std::uint8_t* row_;
-    std::ptrdiff_t count_;
-    std::uint32_t sum_;
+    const std::uint8_t *a_, *b_;
+    std::ptrdiff_t count_, step_, part_, best_ = -1;
+    std::uint32_t least_ = 0xFFFFFFFF;
 };
 
-// The squared differences are the squares less twice the products, which several candidates share the loads for.
 std::ptrdiff_t match(const std::uint8_t* a, const std::uint8_t* b, std::ptrdiff_t count, std::ptrdiff_t step,
                      std::ptrdiff_t candidates)
 {
-    constexpr int together = 4;
-    const Products products(a, count);
-    const std::uint32_t ofA = products.with(a);
-    Squares ofB(b, count);
-    std::ptrdiff_t best = -1;
-    std::uint32_t least = 0xFFFFFFFF, sums[together] = {};
-    for (std::ptrdiff_t k = 0; k < candidates; ++k) {
-        if (candidates - k >= together && k % together == 0)
-            products.with(b - k * step, step, sums);
-        else if (candidates - k + k % together < together)
-            sums[k % together] = products.with(b - k * step);
-        const std::uint32_t sum = ofA + ofB.sum() - 2 * sums[k % together];
-        if (sum < least) {
-            least = sum;
-            best = k;
-        }
-        if (k + 1 < candidates)
-            ofB.move(step);
-    }
-    return best;
+    constexpr int together = 8;
+    Search search(a, b, count, step);
+    const auto look = [&](std::ptrdiff_t first, std::ptrdiff_t end) {
+        for (; first + together <= end; first += together)
+            search.look<together>(first);
+        for (; first < end; ++first)
+            search.look<1>(first);
+    };
+    // The best one is expected in the middle, and found first makes short work of the others.
+    const std::ptrdiff_t middle = candidates / 2 / together * together;
+    look(middle, candidates);
+    look(0, middle);
+    return search.best();
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "support/workers.h"
 
 #include <cmath>
+#include <cstdlib>
 
 using namespace zkit;
 
@@ -61,7 +62,7 @@ TEST(ConvolutionWorkers, fixed_point)
     });
 }
 
-// Straight from bytes: symmetric 3 x 3 kernels.
+// Straight from bytes: 3 x 3 kernels that are symmetric, that have sums of 16 bits, and others.
 TEST(ConvolutionWorkers, fixed_point_bands)
 {
     forAwkwardRowsOfSets<FixedConvolutionWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
@@ -72,10 +73,17 @@ TEST(ConvolutionWorkers, fixed_point_bands)
         kernel.size = 3;
         kernel.fraction = random(0, 15);
         kernel.absolute = random(0, 1);
-        kernel.offset = random(0, 1) ? random(INT32_MIN, INT32_MAX) >> random(0, 31) : 0;
-        const int corner = random(-32768, 32767), side = random(-32768, 32767);
-        for (int i = 0; i < 9; ++i)
-            kernel.coefficients[i] = i == 4 ? random(-32768, 32767) : i % 2 == 0 ? corner : side;
+        const bool symmetric = random(0, 1), small = random(0, 1);
+        kernel.offset = random(0, 1) ? random(INT32_MIN, INT32_MAX) >> (small ? random(22, 23) : random(0, 31)) : 0;
+        int most = small ? 127 : 32767;
+        for (int i = 0; i < 9; ++i) {
+            int& coefficient = kernel.coefficients[i];
+            coefficient = random(-most, most);
+            most -= small ? std::abs(coefficient) : 0;
+        }
+        if (symmetric)
+            for (int i = 2; i < 9; ++i)
+                kernel.coefficients[i] = i == 4 ? kernel.coefficients[4] : kernel.coefficients[i % 2];
         const Pixels pixels(random, kind, bytes, height + 2);
         std::vector<const std::uint8_t*> rows;
         for (int y = 0; y < height + 2; ++y)
@@ -102,7 +110,7 @@ TEST(ConvolutionWorkers, floating_point)
             coefficient = random(-100, 120) / 99.0 * scale;
         std::vector<std::vector<double>> entries;
         std::vector<const double*> pointers;
-        for (int r = 0; r < rows; ++r) {
+        for (int r = 0; r <= rows; ++r) {
             const Pixels pixels(random, kind, width + beside + 31, 1);
             std::vector<double> packed(static_cast<std::size_t>(width + beside + 31)), plain(packed);
             set.workers->widen(pixels.row(), packed.data(), width + beside + 31);
@@ -112,9 +120,12 @@ TEST(ConvolutionWorkers, floating_point)
             pointers.push_back(entries.back().data());
         }
         const FloatingKernel kernel{coefficients.data(), columns, rows, random(-1, 4), random(-300, 300), scale == 1};
-        Pixels packed(random, Pixels::noise, width + 9, 1), plain(packed);
-        set.workers->row(pointers.data(), packed.row() + 4, width, step, kernel);
-        FloatingConvolutionWorkers::plain.row(pointers.data(), plain.row() + 4, width, step, kernel);
+        if (width == 0)
+            return;
+        Pixels packed(random, Pixels::noise, width + 9, 2), plain(packed);
+        set.workers->rows(pointers.data(), packed.row(0) + 4, packed.row(1) + 4, width, step, kernel);
+        FloatingConvolutionWorkers::plain.rows(pointers.data(), plain.row(0) + 4, plain.row(1) + 4, width, step,
+                                               kernel);
         EXPECT_EQ(packed.all(), plain.all()) << columns << 'x' << rows << " times " << scale;
     });
 }

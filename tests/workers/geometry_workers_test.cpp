@@ -104,7 +104,7 @@ TEST(GeometryWorkers, warp)
             const SeparateMaps maps{bytes(x), bytes(y), offsetX, offsetY};
             workers.grey(grey.source(), maps, first.row(), width);
             workers.colour(colour.source(), maps, second.row(), width);
-            const std::ptrdiff_t done = workers.packedMap(grey.source(), bytes(both), third.row(), width);
+            const std::ptrdiff_t done = workers.packedMap(grey.source(), bytes(both), third.row(), width, bytes(both));
             EXPECT_EQ(workers.inside(grey.source(), bytes(both), width), done == width);
             return std::tuple(first.all(), second.all(), third.all(), done);
         };

@@ -18,9 +18,9 @@ std::vector<std::uint8_t> filtered(const MorphologyWorkers& workers, Filter filt
     Pixels& out = inPlace ? src : dst;
     const Source from = src.source();
     const Target to{out.row(), out.source().pitch, from.width, from.height};
-    const Memory memory(new std::uint8_t[static_cast<std::size_t>(workers.memory(from, to, squares))]);
+    const Memory memory(new std::uint8_t[static_cast<std::size_t>((workers.*filter).memory(from, to, squares))]);
     const Stores stores = inPlace || from.width % 2 == 0 ? Stores::cached : Stores::streamed;
-    (workers.*filter)(from, to, squares, stores, memory.get());
+    (workers.*filter).filter(from, to, squares, stores, memory.get());
     return out.all();
 }
 
@@ -28,11 +28,18 @@ void expectSame(const PackedSet<MorphologyWorkers>& set, Random& random, Pixels:
                 const Squares& squares)
 {
     const Pixels src(random, kind, width, height), dst(random, Pixels::noise, width, height);
-    for (const auto filter : {&MorphologyWorkers::erode, &MorphologyWorkers::dilate})
-        for (const bool inPlace : {false, true})
-            ASSERT_EQ(filtered(*set.workers, filter, src, dst, squares, inPlace),
-                      filtered(MorphologyWorkers::plain, filter, src, dst, squares, inPlace))
-                << width << 'x' << height << " reach " << squares.reach << " step " << squares.step;
+    const auto expect = [&](auto filter, bool inPlace) {
+        ASSERT_EQ(filtered(*set.workers, filter, src, dst, squares, inPlace),
+                  filtered(MorphologyWorkers::plain, filter, src, dst, squares, inPlace))
+            << width << 'x' << height << " reach " << squares.reach << " step " << squares.step;
+    };
+    for (const auto filter :
+         {&MorphologyWorkers::erode, &MorphologyWorkers::dilate, &MorphologyWorkers::open, &MorphologyWorkers::close}) {
+        expect(filter, false);
+        expect(filter, true);
+    }
+    expect(&MorphologyWorkers::whiteTopHat, false);
+    expect(&MorphologyWorkers::blackTopHat, false);
 }
 
 TEST(MorphoWorkers, morphology)
@@ -43,7 +50,8 @@ TEST(MorphoWorkers, morphology)
                 continue;
             const int height = random(1, 9), reach = random(0, 2) ? random(1, 12) : random(1, width + 5);
             const auto some = [&] { return static_cast<std::uint8_t>(random(0, 255)); };
-            expectSame(set, random, kind, width, height, {reach, step, {some(), some(), some()}});
+            expectSame(set, random, kind, width, height,
+                       {reach, step, {some(), some(), some()}, {some(), some(), some()}});
         }
     });
 }
@@ -56,20 +64,25 @@ TEST(MorphoWorkers, morphology_of_small_regions)
         for (int width = 1; width <= 7; ++width)
             for (int height = 1; height <= 7; ++height)
                 for (int reach = 1; reach <= 9; ++reach) {
-                    expectSame(set, random, Pixels::noise, width, height, {reach, 1, {100}});
-                    expectSame(set, random, Pixels::noise, 3 * width, height, {reach, 3, {100, 200, 5}});
+                    expectSame(set, random, Pixels::noise, width, height, {reach, 1, {100}, {50}});
+                    expectSame(set, random, Pixels::noise, 3 * width, height, {reach, 3, {100, 200, 5}, {1, 90, 180}});
                 }
     }
 }
 
-// Squares of more rows than the memory has.
+// Squares of several blocks, and more rows than these are made of at a time; the last ones go in panels in place.
 TEST(MorphoWorkers, morphology_of_high_squares)
 {
-    for (const auto& set : packedSets<MorphologyWorkers>()) {
+    const int sizesAndReaches[][3] = {{9000, 70, 17}, {9000, 70, 30}, {19500, 120, 27}};
+    for (const auto& [width, height, reach] : sizesAndReaches) {
         Random random(32);
-        const int widthsAndReaches[][2] = {{4101, 33}, {7500, 18}, {9000, 17}, {9000, 30}};
-        for (const auto& [width, reach] : widthsAndReaches)
-            expectSame(set, random, Pixels::noise, width, 70, {reach, 3, {30, 255, 90}});
+        const Pixels src(random, Pixels::noise, width, height);
+        const Squares squares{reach, 3, {30, 255, 90}, {}};
+        const auto eroded = filtered(MorphologyWorkers::plain, &MorphologyWorkers::erode, src, src, squares, true);
+        for (const auto& set : packedSets<MorphologyWorkers>())
+            for (const bool inPlace : {false, true})
+                EXPECT_EQ(filtered(*set.workers, &MorphologyWorkers::erode, src, src, squares, inPlace), eroded)
+                    << width << ' ' << inPlace;
     }
 }
 

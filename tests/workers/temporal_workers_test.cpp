@@ -29,6 +29,17 @@ TEST(TemporalWorkers, interlaced_rows)
     });
 }
 
+// Candidates are rows of their own here. The first ones' sums are the largest, and the smallest once they have wrapped.
+TEST(TemporalWorkers, sums_of_long_rows_wrap)
+{
+    constexpr std::ptrdiff_t count = 66400, candidates = 16;
+    const std::vector<std::uint8_t> black(count);
+    std::vector<std::uint8_t> others(count * candidates / 2, 20);
+    others.resize(count * candidates, 255);
+    for (const auto& set : packedSets<InterlaceWorkers>())
+        EXPECT_EQ(set.workers->match(black.data(), &others[count * (candidates - 1)], count, count, candidates), 0);
+}
+
 TEST(TemporalWorkers, moving_average)
 {
     forAwkwardRowsOfSets<MovingAverageWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {

@@ -1,14 +1,11 @@
 // JPEG, through libjpeg.
 #include "picture/decoders.h"
 #include "picture/images.h"
+#include "picture/jumping_calls.h"
 
 #include <cstdio>
 // The library's header needs the two above it.
 #include <jpeglib.h>
-
-#include <csetjmp>
-#include <string>
-#include <type_traits>
 
 namespace zkit::tool {
 namespace {
@@ -20,7 +17,7 @@ class JpegReader {
 public:
     explicit JpegReader(Bytes file) : JpegReader()
     {
-        run([this, file] {
+        calls_.run([this, file] {
             jpeg_create_decompress(&decompress_);
             decompress_.progress = &progress_;
             decompress_.mem->max_memory_to_use = 0x7fffffff;
@@ -39,7 +36,7 @@ public:
     ImagePointer<T> pixels(J_COLOR_SPACE order)
     {
         auto image = newImage<T>(decompress_.image_width, decompress_.image_height);
-        run([this, order, target = image.get()] {
+        calls_.run([this, order, target = image.get()] {
             decompress_.out_color_space = order;
             jpeg_start_decompress(&decompress_);
             while (decompress_.output_scanline < decompress_.output_height) {
@@ -62,23 +59,13 @@ private:
         progress_.progress_monitor = [](j_common_ptr common) { of(common).limitPasses(); };
     }
 
-    // Runs calls of libjpeg, which leaves them by a jump to here when it fails. The step and what it calls therefore
-    // own nothing.
-    template <class Step>
-    void run(Step step)
-    {
-        static_assert(std::is_trivially_destructible_v<Step>);
-        if (setjmp(jump_) != 0)
-            throw PictureError("JPEG: " + std::string(message_));
-        step();
-    }
-
     static JpegReader& of(j_common_ptr common) { return *static_cast<JpegReader*>(common->client_data); }
 
     [[noreturn]] void fail()
     {
-        errors_.format_message(reinterpret_cast<j_common_ptr>(&decompress_), message_);
-        std::longjmp(jump_, 1);
+        char message[JMSG_LENGTH_MAX];
+        errors_.format_message(reinterpret_cast<j_common_ptr>(&decompress_), message);
+        calls_.fail(message);
     }
 
     // A warning (a level below 0) says that the data are damaged and that pixels will be made up, as at the end of a
@@ -93,15 +80,15 @@ private:
     {
         if (decompress_.input_scan_number <= maxPasses)
             return;
-        std::snprintf(message_, sizeof message_, "more than %d passes over the picture", maxPasses);
-        std::longjmp(jump_, 1);
+        char message[JumpingCalls::longestMessage];
+        std::snprintf(message, sizeof message, "more than %d passes over the picture", maxPasses);
+        calls_.fail(message);
     }
 
     jpeg_decompress_struct decompress_{};
     jpeg_error_mgr errors_{};
     jpeg_progress_mgr progress_{};
-    std::jmp_buf jump_{};
-    char message_[JMSG_LENGTH_MAX] = "";
+    JumpingCalls calls_{"JPEG"};
 };
 
 }  // namespace

@@ -1,15 +1,13 @@
 // JPEG, through libjpeg.
 #include "picture/encoders.h"
 #include "picture/images.h"
+#include "picture/jumping_calls.h"
 
 #include <cstdio>
 // The library's header needs the two above it.
 #include <jpeglib.h>
 
-#include <csetjmp>
 #include <cstdlib>
-#include <string>
-#include <type_traits>
 
 namespace zkit::tool {
 namespace {
@@ -36,7 +34,7 @@ public:
 
     FileBytes write(const ZGenericROI& image, int components, J_COLOR_SPACE order)
     {
-        run([this, pixels = &image, components, order] {
+        calls_.run([this, pixels = &image, components, order] {
             jpeg_create_compress(&compress_);
             jpeg_mem_dest(&compress_, &data_, &size_);
             compress_.image_width = static_cast<JDIMENSION>(pixels->GetWidth());
@@ -56,27 +54,16 @@ public:
     }
 
 private:
-    // Runs calls of libjpeg, which leaves them by a jump to here when it fails. The step and what it calls therefore
-    // own nothing.
-    template <class Step>
-    void run(Step step)
-    {
-        static_assert(std::is_trivially_destructible_v<Step>);
-        if (setjmp(jump_) != 0)
-            throw PictureError("JPEG: " + std::string(message_));
-        step();
-    }
-
     [[noreturn]] void fail()
     {
-        errors_.format_message(reinterpret_cast<j_common_ptr>(&compress_), message_);
-        std::longjmp(jump_, 1);
+        char message[JMSG_LENGTH_MAX];
+        errors_.format_message(reinterpret_cast<j_common_ptr>(&compress_), message);
+        calls_.fail(message);
     }
 
     jpeg_compress_struct compress_{};
     jpeg_error_mgr errors_{};
-    std::jmp_buf jump_{};
-    char message_[JMSG_LENGTH_MAX] = "";
+    JumpingCalls calls_{"JPEG"};
     unsigned char* data_ = nullptr;
     unsigned long size_ = 0;
 };

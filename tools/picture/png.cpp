@@ -1,17 +1,14 @@
 // PNG, through libpng.
 #include "picture/decoders.h"
 #include "picture/images.h"
+#include "picture/jumping_calls.h"
 #include "picture/samples.h"
 
 #include <png.h>
 
 #include <bit>
-#include <csetjmp>
-#include <cstdio>
 #include <cstring>
 #include <new>
-#include <string>
-#include <type_traits>
 #include <vector>
 
 namespace zkit::tool {
@@ -27,7 +24,7 @@ public:
     explicit PngReader(Bytes file) : PngReader()
     {
         file_ = file;
-        run([this] {
+        calls_.run([this] {
             png_set_read_fn(png_, this, read);
             png_set_user_limits(png_, maxSide, maxSide);
             png_set_chunk_malloc_max(png_, 8 << 20);
@@ -42,7 +39,7 @@ public:
     Header header()
     {
         Header header;
-        run([&] {
+        calls_.run([&] {
             png_get_IHDR(png_, info_, &header.width, &header.height, &header.bits, &header.colourType, nullptr, nullptr,
                          nullptr);
         });
@@ -53,7 +50,7 @@ public:
     {
         png_colorp colours = nullptr;
         int count = 0;
-        run([&] { png_get_PLTE(png_, info_, &colours, &count); });
+        calls_.run([&] { png_get_PLTE(png_, info_, &colours, &count); });
         std::vector<PaletteEntry> entries;
         entries.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i)
@@ -72,7 +69,7 @@ public:
         for (int y = 0; y < image->GetHeight(); ++y)
             rows.push_back(pixelAddress(*image, 0, y));
         const std::size_t rowBytes = (header.width * std::size_t{bitsPerPixel<T>} + 7) / 8;
-        run([this, prepare, rowBytes, first = rows.data()] {
+        calls_.run([this, prepare, rowBytes, first = rows.data()] {
             prepare(png_);
             png_set_interlace_handling(png_);
             png_read_update_info(png_, info_);
@@ -86,7 +83,7 @@ public:
 
 private:
     PngReader()
-        : png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, this, fail, ignore)),
+        : png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, &calls_, fail, ignore)),
           info_(png_ == nullptr ? nullptr : png_create_info_struct(png_))
     {
         if (info_ == nullptr) {
@@ -95,22 +92,9 @@ private:
         }
     }
 
-    // Runs calls of libpng, which leaves them by a jump to here when it fails. The step and what it calls therefore own
-    // nothing.
-    template <class Step>
-    void run(Step step)
-    {
-        static_assert(std::is_trivially_destructible_v<Step>);
-        if (setjmp(png_jmpbuf(png_)) != 0)
-            throw PictureError("PNG: " + std::string(message_));
-        step();
-    }
-
     [[noreturn]] static void fail(png_structp png, png_const_charp message)
     {
-        auto* reader = static_cast<PngReader*>(png_get_error_ptr(png));
-        std::snprintf(reader->message_, sizeof reader->message_, "%s", message);
-        png_longjmp(png, 1);
+        static_cast<JumpingCalls*>(png_get_error_ptr(png))->fail(message);
     }
 
     static void ignore(png_structp, png_const_charp) {}
@@ -125,7 +109,7 @@ private:
     }
 
     Bytes file_;  // what has not been read yet
-    char message_[160] = "";
+    JumpingCalls calls_{"PNG"};
     png_structp png_;
     png_infop info_;
 };

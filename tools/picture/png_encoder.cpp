@@ -1,15 +1,12 @@
 // PNG, through libpng.
 #include "picture/encoders.h"
 #include "picture/images.h"
+#include "picture/jumping_calls.h"
 
 #include <png.h>
 
 #include <bit>
-#include <csetjmp>
-#include <cstdio>
 #include <new>
-#include <string>
-#include <type_traits>
 
 namespace zkit::tool {
 namespace {
@@ -17,7 +14,7 @@ namespace {
 class PngWriter {
 public:
     PngWriter()
-        : png_(png_create_write_struct(PNG_LIBPNG_VER_STRING, this, fail, ignore)),
+        : png_(png_create_write_struct(PNG_LIBPNG_VER_STRING, &calls_, fail, ignore)),
           info_(png_ == nullptr ? nullptr : png_create_info_struct(png_))
     {
         if (info_ == nullptr) {
@@ -32,7 +29,7 @@ public:
 
     FileBytes write(const ZGenericROI& image, int bits, int colourType)
     {
-        run([this, pixels = &image, bits, colourType] {
+        calls_.run([this, pixels = &image, bits, colourType] {
             png_set_write_fn(png_, this, append, flush);
             png_set_IHDR(png_, info_, static_cast<png_uint_32>(pixels->GetWidth()),
                          static_cast<png_uint_32>(pixels->GetHeight()), bits, colourType, PNG_INTERLACE_NONE,
@@ -52,22 +49,9 @@ public:
     }
 
 private:
-    // Runs calls of libpng, which leaves them by a jump to here when it fails. The step and what it calls therefore own
-    // nothing.
-    template <class Step>
-    void run(Step step)
-    {
-        static_assert(std::is_trivially_destructible_v<Step>);
-        if (setjmp(png_jmpbuf(png_)) != 0)
-            throw PictureError("PNG: " + std::string(message_));
-        step();
-    }
-
     [[noreturn]] static void fail(png_structp png, png_const_charp message)
     {
-        auto* writer = static_cast<PngWriter*>(png_get_error_ptr(png));
-        std::snprintf(writer->message_, sizeof writer->message_, "%s", message);
-        png_longjmp(png, 1);
+        static_cast<JumpingCalls*>(png_get_error_ptr(png))->fail(message);
     }
 
     static void ignore(png_structp, png_const_charp) {}
@@ -86,7 +70,7 @@ private:
 
     FileBytes bytes_;
     bool outOfMemory_ = false;
-    char message_[160] = "";
+    JumpingCalls calls_{"PNG"};
     png_structp png_;
     png_infop info_;
 };
