@@ -4,6 +4,8 @@
 #include "zkit/img/contour.h"
 
 #include <climits>
+#include <cmath>
+#include <thread>
 
 namespace {
 
@@ -52,7 +54,22 @@ TEST_F(ContourTest, blocks)
     EXPECT_FAILURE(1500, "ImgContour (ZPathVector)");
 
     draw(image, "0000000 0111110 0111110 0111110 0111110 0111110 0000000");
-    EXPECT_EQ(outline(image, CONTOUR_CLOCKWISE, 1, 1).size(), 16U);
+    EXPECT_EQ(outline(image, CONTOUR_CLOCKWISE, 1, 1), (Positions{{1, 1},
+                                                                  {2, 1},
+                                                                  {3, 1},
+                                                                  {4, 1},
+                                                                  {5, 1},
+                                                                  {5, 2},
+                                                                  {5, 3},
+                                                                  {5, 4},
+                                                                  {5, 5},
+                                                                  {4, 5},
+                                                                  {3, 5},
+                                                                  {2, 5},
+                                                                  {1, 5},
+                                                                  {1, 4},
+                                                                  {1, 3},
+                                                                  {1, 2}}));
     EXPECT_EQ(outline(image, CONTOUR_CLOCKWISE, 3, 3), Positions{});
     EXPECT_FAILURE(1501, "ImgContour (ZPathVector)");
 
@@ -201,6 +218,35 @@ TEST_F(ContourTest, refused)
                          static_cast<ZVector*>(nullptr)),
               1601);
     EXPECT_FAILURE(1601, "ImgContour (ZVector)");
+}
+
+// Discs of different sizes and senses, each thread with errors of its own.
+TEST_F(ContourTest, threads_do_not_disturb_each_other)
+{
+    std::vector<std::thread> threads;
+    std::vector<int> faults(8);
+    for (int t = 0; t < 8; ++t)
+        threads.emplace_back([t, &fault = faults[static_cast<std::size_t>(t)]] {
+            const ZThreadErrorScope errors;
+            const int radius = 10 + 3 * t, size = 2 * radius + t;  // cut off by two edges for a small t
+            ZImage<ZBW8> image(size, size);
+            for (int y = 0; y < size; ++y)
+                for (int x = 0; x < size; ++x)
+                    image.SetPixel(std::hypot(x - radius - 1, y - radius - 1) < radius ? 200 : 0, x, y);
+            const auto sense = t % 2 ? CONTOUR_THRESHOLD_ABOVE : CONTOUR_THRESHOLD_BELOW;
+            for (int round = 0; round < 60; ++round) {
+                const auto mode = static_cast<CONTOUR_MODE>((t + round) % 6);
+                const auto connexity = static_cast<CONNEXITY>(round % 2);
+                const int x = t % 2 ? radius + 1 : 0, y = t % 2 ? 2 : 0;
+                const ContourModel model(image, mode, x, y, sense, 100, connexity, false);
+                ZPathVector path;
+                ImgContour(&image, mode, x, y, sense, 100, connexity, &path);
+                fault += takeFailure().code != model.code || path.GetNumElements() != model.steps.size();
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(faults, std::vector<int>(8));
 }
 
 }  // namespace
