@@ -2,6 +2,8 @@
 #include "support/errors.h"
 #include "support/operation.h"
 
+#include <set>
+
 namespace {
 
 class ContractTest : public OperationTest {};
@@ -66,17 +68,25 @@ TEST_F(ContractTest, a_pending_error_stops_operations)
     }
 }
 
-// Some refuse the arguments that are ordinary for others.
+// The arguments are those that are ordinary for most: no thresholds between equal bounds, no operator of two operands.
+bool refusesOrdinaryArguments(const std::string& name)
+{
+    const auto operation = name.substr(0, name.find(' '));
+    return std::set<std::string>{"ImgAnalyseHistogram",   "ImgContour",       "ImgHistogramThreshold",
+                                 "ImgIsodataThreshold",   "ImgScaleRotate",   "ImgOper",
+                                 "ImgLineSegmentToImage", "ImgSetupEqualize", "ZMovingAverage::Average"}
+               .count(operation) > 0;
+}
+
 TEST_F(ContractTest, operations_succeed_silently)
 {
-    int succeeded = 0;
     for (const Operation& operation : operations()) {
+        SCOPED_TRACE(operation.name);
         const Outcome outcome = ordinaryOutcome(operation, Regions::any);
-        succeeded += outcome.code == 0;
+        EXPECT_TRUE(outcome.code == 0 || refusesOrdinaryArguments(operation.name)) << outcome.code;
         const bool silent = outcome.trail.empty() || outcome.trail == Trail{"ImgPixelStdDev"};  // its own always
-        EXPECT_TRUE(outcome.code != 0 || operation.pending == Pending::ignored || silent) << operation.name;
+        EXPECT_TRUE(outcome.code != 0 || operation.pending == Pending::ignored || silent);
     }
-    EXPECT_GT(succeeded, 130);
 }
 
 }  // namespace
