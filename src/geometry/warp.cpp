@@ -35,16 +35,19 @@ struct Maps {
     }
 };
 
-// The part of the destination that is made before the next, so that source rows are still in the caches when the next
-// destination row needs them.
-constexpr std::ptrdiff_t tileWidth = 1024, tileHeight = 8;
+// The pixels across of strips of the destination, which are made one after the other, each from the top down. Wider
+// ones of a turned source need more of its rows at a time, each in a page of memory of its own, than the processor
+// keeps addresses of; for narrower ones it comes back more often to each page of the maps.
+constexpr std::ptrdiff_t stripOfSeparateMaps = 2048, stripOfPackedMap = 1536;
 
-// Makes parts of rows with part(maps, x, y, dst, count), which returns false to end this. Where inAnyOrder(maps, y) is
-// false the rows from y on are made one after the other. Raises 1303 when there is no memory to keep overlapping
-// regions apart.
-template <std::size_t count, class InAnyOrder, class Part>
+// How many rows ahead a packed map is wanted.
+constexpr std::ptrdiff_t rowsAhead = 8;
+
+// Makes parts of rows with part(maps, x, y, dst, count), which returns false to end this. They are no wider than
+// stripOf(maps). Raises 1303 when there is no memory to keep overlapping regions apart.
+template <std::size_t count, class StripOf, class Part>
 void warpRows(ZGenericROI* src, ZGenericROI* dst, std::array<PointSource, count> maps, int offsetX, int offsetY,
-              InAnyOrder inAnyOrder, Part part)
+              StripOf stripOf, Part part)
 {
     const int pixelSize = src->GetPixelSize();
     Target to = target(dst);
@@ -60,14 +63,11 @@ void warpRows(ZGenericROI* src, ZGenericROI* dst, std::array<PointSource, count>
         return;
     from.width = src->GetWidth();
     const Maps<count> at{workersFor(from, offsetX, offsetY), from, maps};
-    for (std::ptrdiff_t top = 0; top < to.height; top += tileHeight) {
-        const std::ptrdiff_t end = std::min(top + tileHeight, to.height);
-        const std::ptrdiff_t width = inAnyOrder(at, top, end) ? tileWidth : to.width;
-        for (std::ptrdiff_t x = 0; x < to.width; x += width)
-            for (std::ptrdiff_t y = top; y < end; ++y)
-                if (!part(at, x, y, to.data + y * to.pitch + x * pixelSize, std::min(width, to.width - x)))
-                    return;
-    }
+    const std::ptrdiff_t strip = stripOf(at);
+    for (std::ptrdiff_t x = 0; x < to.width; x += strip)
+        for (std::ptrdiff_t y = 0; y < to.height; ++y)
+            if (!part(at, x, y, to.data + y * to.pitch + x * pixelSize, std::min(strip, to.width - x)))
+                return;
 }
 
 short warp(ZGenericROI* src, ZGenericROI* dst, ZImage<ZBW16>* mapX, ZImage<ZBW16>* mapY, int offsetX, int offsetY)
@@ -78,7 +78,8 @@ short warp(ZGenericROI* src, ZGenericROI* dst, ZImage<ZBW16>* mapX, ZImage<ZBW16
         return frame.trace();
     const auto fetch = src->GetPixelSize() == 1 ? &WarpWorkers::grey : &WarpWorkers::colour;
     warpRows(
-        src, dst, std::array{PointSource(mapX), PointSource(mapY)}, offsetX, offsetY, [](auto&&...) { return true; },
+        src, dst, std::array{PointSource(mapX), PointSource(mapY)}, offsetX, offsetY,
+        [](const auto&) { return stripOfSeparateMaps; },
         [=](const auto& maps, auto x, auto y, auto out, auto count) {
             (maps.worker.*fetch)(maps.src, {maps.at(0, x, y), maps.at(1, x, y), offsetX, offsetY}, out, count);
             return true;
@@ -116,13 +117,14 @@ short ImgWarp(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZImage<ZBW32>* map)
         return frame.trace();
     warpRows(
         src, dst, std::array{PointSource(map)}, 0, 0,
-        [width = dst->GetWidth()](const auto& maps, auto y, auto end) {
-            while (y < end && maps.worker.inside(maps.src, maps.at(0, 0, y), width))
+        [width = std::ptrdiff_t{dst->GetWidth()}, height = dst->GetHeight()](const auto& maps) {
+            std::ptrdiff_t y = 0;
+            while (y < height && maps.worker.inside(maps.src, maps.at(0, 0, y), width))
                 ++y;
-            return y == end;
+            return y == height ? stripOfPackedMap : width;  // whole rows up to the first pixel outside
         },
         [lastRow = dst->GetHeight() - std::ptrdiff_t{1}](const auto& maps, auto x, auto y, auto out, auto count) {
-            const auto next = maps.at(0, x, std::min(y + tileHeight, lastRow));
+            const auto next = maps.at(0, x, std::min(y + rowsAhead, lastRow));
             return require(maps.worker.packedMap(maps.src, maps.at(0, x, y), out, count, next) == count,
                            Z_ERROR_OUTSIDE_IMAGE);
         });

@@ -65,14 +65,14 @@ TEST_F(WarpTest, any_map)
             byte = static_cast<std::uint8_t>(random(1, 255));
         for (const int over : {0, 0, 9})
             for (const int offset : {0, 20, -40000}) {
-                ZImage<ZBW8> src, dst(300, 20);
+                ZImage<ZBW8> src, dst(2100, 3);
                 src.Attach(buffer.data() + (offset ? pitch * (height - 1) : 0), width, height, offset ? -pitch : pitch);
-                ZImage<ZBW16> mapX(300, 20), mapY(300, 20);
+                ZImage<ZBW16> mapX(2100, 3), mapY(2100, 3);
                 fillMap(mapX, random, -over - offset, width - 1 + over - offset, 0, 0);
                 fillMap(mapY, random, -over + offset, height - 1 + over + offset, 0, 0);
                 Bytes expected;
-                for (int y = 0; y < 20; ++y)
-                    for (int x = 0; x < 300; ++x)
+                for (int y = 0; y < 3; ++y)
+                    for (int x = 0; x < 2100; ++x)
                         expected.push_back(src.GetPixel(offset + static_cast<std::int16_t>(mapX.GetPixel(x, y)),
                                                         static_cast<std::int16_t>(mapY.GetPixel(x, y)) - offset));
                 SCOPED_TRACE(testing::Message() << width << 'x' << height << " + " << offset);
@@ -87,22 +87,24 @@ TEST_F(WarpTest, any_map)
 TEST_F(WarpTest, a_packed_map_stops_at_a_pixel_outside)
 {
     Random random(12);
-    ZImage<ZBW8> src(1100, 20), dst(1100, 20);
+    ZImage<ZBW8> src(1600, 20), dst(1600, 20);
     fill(src, random);
-    ZImage<ZBW32> map(1111, 21);
-    fillMap(map, random, 0, 1099, 0, 19);
+    ZImage<ZBW32> map(1611, 21);
+    fillMap(map, random, 0, 1599, 0, 19);
     for (const auto& [column, row, element] :
-         {std::tuple(7, 3, 0xFFFF0000U), {1030, 9, 1100U}, {1099, 19, 20U << 16}}) {
+         {std::tuple(7, 3, 0xFFFF0000U), {1540, 9, 1600U}, {1599, 19, 20U << 16}, {0, 20, 0U}}) {
         const ZBW32 good = map.GetPixel(column, row);
         map.SetPixel(element, column, row);
         withBothWorkers([&, column = column, row = row] {
             for (int y = 0; y < 20; ++y)
-                std::memset(dst.GetPixelPtr(0, y), 77, 1100);
-            EXPECT_EQ(ImgWarp(&src, &dst, &map), 1405);
-            EXPECT_FAILURE(1405, "ImgWarp");
+                std::memset(dst.GetPixelPtr(0, y), 77, 1600);
+            EXPECT_EQ(ImgWarp(&src, &dst, &map), row < 20 ? 1405 : 0);
+            if (row < 20) {
+                EXPECT_FAILURE(1405, "ImgWarp");
+            }
             int wrong = 0;
             for (int y = 0; y < 20; ++y)
-                for (int x = 0; x < 1100; ++x) {
+                for (int x = 0; x < 1600; ++x) {
                     const auto at = map.GetPixel(x, y);
                     const bool before = y < row || (y == row && x < column);
                     wrong += dst.GetPixel(x, y) !=
@@ -112,7 +114,6 @@ TEST_F(WarpTest, a_packed_map_stops_at_a_pixel_outside)
         });
         map.SetPixel(good, column, row);
     }
-    EXPECT_EQ(ImgWarp(&src, &dst, &map), 0);
 }
 
 TEST_F(WarpTest, the_place_of_the_regions_does_not_matter)
