@@ -126,7 +126,7 @@ inline Ints widenWordsToInts(const std::uint8_t* p)
 inline Words fetchWords(const std::uint16_t* table, const std::uint16_t* indices)
 {
     const auto eight = [=](int first) {
-        const auto word = [=](int i) -> int { return table[indices[first + i]]; };
+        const auto word = [=](int i) { return static_cast<short>(table[indices[first + i]]); };
         __m128i a = _mm_cvtsi32_si128(word(0)), b = _mm_cvtsi32_si128(word(4));
         a = _mm_insert_epi16(a, word(1), 1);
         b = _mm_insert_epi16(b, word(5), 1);
