@@ -48,8 +48,4 @@ function(zkit_packed_workers set flags)
   target_compile_definitions(zkit_workers_${set} PRIVATE ZKIT_SET=${set})
   # They are unrolled by hand where that helps; the compiler's own unrolling runs out of registers.
   target_compile_options(zkit_workers_${set} PRIVATE ${flags} $<$<CONFIG:Release>:-O2>)
-  # What is inlined into one function takes g++ minutes to optimise when every access is checked.
-  if(CMAKE_CXX_FLAGS MATCHES sanitize AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-    target_compile_options(zkit_workers_${set} PRIVATE -O0)
-  endif()
 endfunction()
