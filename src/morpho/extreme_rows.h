@@ -54,14 +54,14 @@ inline std::int64_t aligned(std::int64_t bytes) { return (bytes + alignment - 1)
 struct Layout {
     std::int64_t margin, pitch, rows, line;  // of rows, several in a line
     std::int64_t panel;                      // of columns, width of a panel
-    std::int64_t parts, height, kept;        // blocks in a square, rows in a block, rows to keep
+    std::int64_t parts, height;              // blocks in a square, rows in a block
+    std::int64_t toKeep, turns;              // rows to keep, and how many of them are kept at a time
     std::int64_t blockPitch, total;
 };
 
 // The width of panels, which is that of the rows where there are none.
-inline std::int64_t panelOf(const Source& src, const Target& dst, std::int64_t side)
+inline std::int64_t panelOf(const Source& src, const Target& dst, std::int64_t rows)
 {
-    const std::int64_t rows = side < dst.height ? side : dst.height;
     if (src.data != dst.data || rows * dst.width <= keptBytes)
         return dst.width;
     const std::int64_t units = keptBytes / rows / panelUnit, panel = (units > 1 ? units : 1) * panelUnit;
@@ -78,19 +78,21 @@ inline Layout layoutOf(const Source& src, const Target& dst, const Squares& squa
     layout.line = layout.margin + layout.rows * layout.pitch + slack;
 
     const std::int64_t columnReach = reachWithin(dst.height, squares), side = 2 * columnReach + 1;
-    layout.panel = panelOf(src, dst, side);
+    layout.panel = panelOf(src, dst, columnReach);
     const std::int64_t low = blockBytes / layout.panel, most = low < lowest ? lowest : low;
     layout.parts = (side + most - 1) / most;
     layout.height = (side + layout.parts - 1) / layout.parts;
     if (src.data == dst.data) {
         const std::int64_t ofBlocks = dst.height - columnReach + layout.height;
-        layout.kept = ofBlocks < dst.height ? ofBlocks : dst.height;
+        layout.toKeep = ofBlocks < dst.height ? ofBlocks : dst.height;
     }
+    // One block of all parts keeps rows in place of ends that are no longer needed.
+    layout.turns = layout.parts > 1 ? columnReach : side;
     layout.blockPitch = aligned(layout.panel + Bytes::lanes);
     // Beside the blocks: the outside row, three rows of extremes so far, those of all parts but one, and of all of
     // them.
     const std::int64_t rows =
-        layout.height + layout.parts + 5 + (layout.parts > 1 ? (layout.kept < side ? layout.kept : side) : 0);
+        layout.height + layout.parts + 5 + (layout.parts > 1 && layout.toKeep > 0 ? layout.turns : 0);
     layout.total = alignment + 3 * layout.line + rows * layout.blockPitch;
     return layout;
 }
@@ -260,30 +262,56 @@ private:
     }
 
     // The extremes of as many vectors of pixels as the square has, and of the vector that its last pixels are in.
-    // Pixels as far apart as vectors begin are a column of their own, cut into blocks: the ends of a block are kept,
+    // Vectors as far apart as they are wide are a column of their own, cut into blocks: the ends of a block are kept,
     // and what comes behind it grows. Blocks are a vector shorter than squares, which therefore hold also what the last
     // lanes of a vector of colours have: they begin with those of the next one.
     void coverByBlocks(const std::uint8_t* vectors, std::uint8_t* ends, std::uint8_t* out)
     {
-        const std::ptrdiff_t width = dst_.width, stride = size_ * step_, block = (side_ / size_ - 1) * stride;
-        for (std::ptrdiff_t start = 0; start < width; start += block) {
-            Bytes extreme = load(vectors + start + block - stride);
-            for (std::ptrdiff_t x = start + block - stride; x >= start; x -= stride) {
-                extreme = Extreme::of(extreme, load(vectors + x));
-                store(ends + x, extreme);
-            }
-            // The next ends are loaded before the bytes that they share with these are stored, and need not wait for
-            // it.
-            extreme = load(vectors + start + block);
-            Bytes end = load(ends + start);
-            for (std::ptrdiff_t x = start; x < start + block && x < width; x += stride) {
+        const std::ptrdiff_t stride = size_ * step_, block = (side_ / size_ - 1) * stride;
+        const std::ptrdiff_t last = (side_ - size_) * step_, lastWhole = dst_.width - Bytes::lanes;
+        // Without blocks, for the ends of rows.
+        const auto whole = [=](std::ptrdiff_t x) {
+            Bytes extreme = load(vectors + x + last);
+            for (std::ptrdiff_t i = 0; i <= block; i += stride)
+                extreme = Extreme::of(extreme, load(vectors + x + i));
+            return extreme;
+        };
+        // Vectors of colours overlap, which streamed ones must not.
+        const bool streamed = step_ == 1 && stores_ == Stores::streamed;
+        std::ptrdiff_t x = streamed ? firstAligned(out, 1) : 0;
+        if (x > 0)
+            store(out, whole(0));
+        while (x <= lastWhole) {
+            keepEnds(vectors, ends, x, block);
+            const std::ptrdiff_t begin = x, end = x + block <= lastWhole ? x + block : lastWhole + 1;
+            Bytes extreme = load(vectors + begin + block);
+            const auto next = [&] {
                 extreme = Extreme::of(extreme, load(vectors + x + block));
-                const Bytes result = Extreme::of(extreme, end);
-                end = load(ends + x + stride);
-                store(ends + x, result);
-            }
+                return Extreme::of(Extreme::of(extreme, load(vectors + x + last)), load(ends + x));
+            };
+            if (streamed)
+                for (; x < end; x += stride)
+                    stream(out + x, next());
+            else
+                for (; x < end; x += stride)
+                    store(out + x, next());
         }
-        ofTwo<Extreme>(ends, vectors + (side_ - size_) * step_, out, width, stores_);
+        if (x < dst_.width)
+            store(out + lastWhole, whole(lastWhole));
+    }
+
+    // ends[x] = the extreme of the vectors from x to the end of the block that begins there.
+    void keepEnds(const std::uint8_t* vectors, std::uint8_t* ends, std::ptrdiff_t begin, std::ptrdiff_t block) const
+    {
+        const std::ptrdiff_t stride = size_ * step_, outside = dst_.width + reach_ * step_;
+        std::ptrdiff_t x = begin + block - stride;
+        if (x > outside)
+            x -= (x - outside) / stride * stride;  // the first one of those that are alike
+        Bytes extreme = load(vectors + x);
+        for (; x >= begin; x -= stride) {
+            extreme = Extreme::of(extreme, load(vectors + x));
+            store(ends + x, extreme);
+        }
     }
 
     Target dst_;

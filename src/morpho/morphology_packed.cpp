@@ -6,8 +6,8 @@
 // - Columns are cut into blocks. The extreme of a square's column is that of the end of one block, of what lies between
 //   and of the beginning of what comes below. The ends of one block are kept in rows, what lies between belongs to each
 //   of them, and the beginning grows as rows come. Blocks are as high as the squares, or low enough for the cache and
-//   followed by others of which only the extremes are kept. In place rows are kept as they were, or where these are
-//   too many, columns are done first, in panels.
+//   followed by others of which only the extremes are kept. In place rows are kept before they are overwritten, as
+//   many as squares reach down; where these are too many columns are done first, in panels.
 // - Rows get the outside value before and behind them. Extremes of 4 pixels from each pixel on make those of 16 or of a
 //   vector, and those of wider squares are made of two to four of them, or by blocks again.
 #include "morpho/extreme_rows.h"
@@ -42,30 +42,25 @@ struct ColumnBlocks {
     std::uint8_t* later;    // of those that have come since they were added up
     std::uint8_t* all;      // of all parts between
     std::ptrdiff_t toKeep;  // in place, how many rows blocks are made of
-    std::uint8_t* kept;     // these as they were, as many as a square has, in turn
+    std::ptrdiff_t turns;   // how many of them are kept at a time
+    std::uint8_t* kept;     // those that have been written over, as they were, in turn
 
     std::ptrdiff_t side() const { return 2 * reach + 1; }
     std::ptrdiff_t cut(std::int64_t part) const { return static_cast<std::ptrdiff_t>(part * side() / parts); }
     std::uint8_t* partBetween(std::ptrdiff_t i) const { return between + i * pitch; }
-    std::uint8_t* rowKept(std::ptrdiff_t y) const { return y < toKeep ? kept + y % side() * pitch : nullptr; }
+    std::uint8_t* rowKept(std::ptrdiff_t y) const { return kept + y % turns * pitch; }
 };
 
-// Takes in the row below all others. With the ends of the block it makes a row of results, `rest` being the end. In
-// place it is kept.
+// Takes in the row below all others. With the ends of the block it makes a row of results, `rest` being the end.
 template <class Extreme>
 [[gnu::flatten]] void addRow(const std::uint8_t* in, const std::uint8_t* before, std::uint8_t* sofar,
-                             const std::uint8_t* rest, std::uint8_t* kept, std::uint8_t* out, std::ptrdiff_t width)
+                             const std::uint8_t* rest, std::uint8_t* out, std::ptrdiff_t width)
 {
-    const auto add = [=](auto at, std::ptrdiff_t x) {
-        const Bytes row = at.bytes(in), extreme = Extreme::of(row, at.bytes(before));
+    eachVector(width, [=](auto at, std::ptrdiff_t x) {
+        const Bytes extreme = Extreme::of(at.bytes(in), at.bytes(before));
         store(sofar + x, extreme);
         store(out + x, Extreme::of(extreme, load(rest + x)));
-        return row;
-    };
-    if (kept)
-        eachVector(width, [=](auto at, std::ptrdiff_t x) { store(kept + x, add(at, x)); });
-    else
-        eachVector(width, [=](auto at, std::ptrdiff_t x) { add(at, x); });
+    });
 }
 
 // Takes in the part of which all rows have come. From the block of the same number on it is between the block and the
@@ -88,19 +83,27 @@ const std::uint8_t* endPart(const ColumnBlocks& columns, std::ptrdiff_t part)
     return columns.all;
 }
 
-// The ends of a block of rows row(0) to row(count - 1), with what is below it.
+// The ends of a block of rows row(0) to row(count - 1), with what is below it. Blocks lower than the squares are no
+// longer in the cache: what lies two rows above is asked for.
 template <class Extreme, class RowAt>
 void endBlock(const ColumnBlocks& columns, std::ptrdiff_t count, RowAt row, const std::uint8_t* below)
 {
     for (std::ptrdiff_t y = count - 1; y >= 0; --y) {
+        const std::uint8_t *const in = row(y), *const next = row(y > 2 ? y - 2 : 0);
         std::uint8_t* const end = columns.ends + y * columns.pitch;
-        ofTwo<Extreme>(row(y), below, end, columns.width);
+        if (columns.parts == 1)
+            ofTwo<Extreme>(in, below, end, columns.width);
+        else
+            eachVector(columns.width, [=](auto at, std::ptrdiff_t x) {
+                __builtin_prefetch(next + x);
+                store(end + x, Extreme::of(at.bytes(in), at.bytes(below)));
+            });
         below = end;
     }
 }
 
-// Puts the extremes of columns through the filter of rows, or into the rows of a panel. When the source is overwritten
-// its rows are kept.
+// Puts the extremes of columns through the filter of rows, or into the rows of a panel. Where these are written over
+// the source, its rows are kept for the blocks to come.
 template <class Extreme, class Rows>
 void filterColumns(const Source& src, const ColumnBlocks& columns, Rows& rows)
 {
@@ -115,11 +118,12 @@ void filterColumns(const Source& src, const ColumnBlocks& columns, Rows& rows)
             between = endPart<Extreme>(columns, part - 1);
         if (part > 0 && block < 0)
             ofTwo<Extreme>(columns.first, sofar, columns.first, width);
+        const std::ptrdiff_t next = block < 0 ? 0 : columns.cut(block + 1);
         if (block >= 0) {
-            const std::ptrdiff_t top = columns.cut(block), next = columns.cut(block + 1);
+            const std::ptrdiff_t top = columns.cut(block);
             const auto original = [&](std::ptrdiff_t i) -> const std::uint8_t* {
                 const std::ptrdiff_t y = top + i;
-                return y < newest && y < columns.toKeep ? columns.rowKept(y) : row(y);
+                return y < newest - columns.reach && y < columns.toKeep ? columns.rowKept(y) : row(y);
             };
             endBlock<Extreme>(columns, (next < src.height ? next : src.height) - top, original, between);
         }
@@ -127,17 +131,17 @@ void filterColumns(const Source& src, const ColumnBlocks& columns, Rows& rows)
             const std::uint8_t *const in = row(newest), *const before = newest == begin ? in : sofar;
             const std::uint8_t* const rest =
                 block < 0 ? columns.first : columns.ends + (newest - begin) * columns.pitch;
-            std::uint8_t* const kept = columns.rowKept(newest);
-            if (newest < columns.reach) {
+            const std::ptrdiff_t y = newest - columns.reach;
+            if (y < 0) {
                 ofTwo<Extreme>(in, before, sofar, width);
-                if (kept)
-                    __builtin_memcpy(kept, in, static_cast<std::size_t>(width));
                 continue;
             }
+            if (y >= next && y < columns.toKeep)
+                __builtin_memcpy(columns.rowKept(y), row(y), static_cast<std::size_t>(width));
             if (newest > src.height && newest != begin)
                 ofTwo<Extreme>(before, rest, rows.row(), width);
             else
-                addRow<Extreme>(in, before, sofar, rest, kept, rows.row(), width);
+                addRow<Extreme>(in, before, sofar, rest, rows.row(), width);
             rows.add();
         }
     }
@@ -181,7 +185,8 @@ void filterSquares(const Source& src, const Target& dst, const Squares& squares,
                          take(parts),
                          take(1),
                          take(1),
-                         static_cast<std::ptrdiff_t>(layout.kept),
+                         static_cast<std::ptrdiff_t>(layout.toKeep),
+                         static_cast<std::ptrdiff_t>(layout.turns),
                          nullptr};
     columns.kept = parts > 1 ? next : columns.ends;
     const auto filterPanel = [&](std::ptrdiff_t x, std::ptrdiff_t width, auto& into) {
