@@ -29,8 +29,6 @@ inline void fillOutside(std::uint8_t* out, std::ptrdiff_t bytes, const Squares& 
     fillPixels(out, bytes, squares.outside, squares.step);
 }
 
-inline constexpr std::int64_t alignment = 64;
-
 // Bytes beyond the end of a line of working memory that may be written and read in vain.
 inline constexpr std::ptrdiff_t slack = 8 * Bytes::lanes;
 
@@ -47,8 +45,6 @@ inline constexpr std::int64_t lowest = 16;
 // What rows that are filtered together take at least, so that what one step has stored has arrived in the cache before
 // the next one loads it at other places, for which it would have to wait.
 inline constexpr std::int64_t lineBytes = 1 << 12;
-
-inline std::int64_t aligned(std::int64_t bytes) { return (bytes + alignment - 1) / alignment * alignment; }
 
 // The working memory.
 struct Layout {

@@ -164,8 +164,7 @@ template <class Extreme>
 void filterSquares(const Source& src, const Target& dst, const Squares& squares, Stores stores, std::uint8_t* memory)
 {
     const Layout layout = layoutOf(src, dst, squares);
-    const auto misaligned = static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(memory) % alignment);
-    std::uint8_t* const lines = memory + (alignment - misaligned) % alignment;
+    std::uint8_t* const lines = aligned(memory);
     const auto pitch = static_cast<std::ptrdiff_t>(layout.blockPitch);
     std::uint8_t* next = lines + 3 * layout.line;
     const auto take = [&](std::int64_t count) {
@@ -284,7 +283,7 @@ void topHat(const Source& src, const Target& dst, const Squares& squares, Stores
     }
     const Border next = border(squares.outsideNext, squares.step);
     const std::ptrdiff_t pitch = pitchBetween(dst.width);
-    std::uint8_t* const filtered = memory + memoryOfTwoSteps(dst.width) - rowsOfBand * pitch;
+    std::uint8_t* const filtered = rowsBetweenIn(memory, dst.width) + rowsBetween * pitch;
     const std::ptrdiff_t most = rowsOfBand * pitch <= lineBytes ? rowsOfBand : 2;
     ofNineTwice<First>(src, border(squares.outside, squares.step), next, memory,
                        [&](const std::uint8_t* const* rows, std::ptrdiff_t y, std::ptrdiff_t count) {

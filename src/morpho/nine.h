@@ -91,8 +91,11 @@ inline std::ptrdiff_t pitchBetween(std::ptrdiff_t width) { return width / 128 * 
 
 inline std::int64_t memoryOfTwoSteps(std::ptrdiff_t width)
 {
-    return 2 * std::int64_t{width} + (rowsBetween + rowsOfBand) * std::int64_t{pitchBetween(width)};
+    return 2 * std::int64_t{width} + alignment + (rowsBetween + rowsOfBand) * std::int64_t{pitchBetween(width)};
 }
+
+// Those rows, behind two that are outside.
+inline std::uint8_t* rowsBetweenIn(std::uint8_t* memory, std::ptrdiff_t width) { return aligned(memory + 2 * width); }
 
 // Both steps, band by band: no more rows are kept between them than the second one needs, which put(rows, y, count) is
 // to take for the rows of results from y on. It stays a row behind, so that in place no row is written before it has
@@ -101,7 +104,7 @@ template <class First, class Put>
 void ofNineTwice(const Source& src, const Border& first, const Border& second, std::uint8_t* memory, const Put& put)
 {
     const std::ptrdiff_t width = src.width, pitch = pitchBetween(width);
-    std::uint8_t *const outside = memory + width, *const between = outside + width;
+    std::uint8_t *const outside = memory + width, *const between = rowsBetweenIn(memory, width);
     fillPixels(outside, width, second.pixel, second.step);
     std::ptrdiff_t begun = 0, done = 0;
     const auto finish = [&](std::ptrdiff_t count) {

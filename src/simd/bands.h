@@ -21,6 +21,17 @@ inline void fillPixels(std::uint8_t* out, std::ptrdiff_t bytes, const std::uint8
     }
 }
 
+// Working memory that is stored to and loaded again begins with a line of the cache, `alignment` bytes long.
+inline constexpr std::int64_t alignment = 64;
+
+inline std::int64_t aligned(std::int64_t bytes) { return (bytes + alignment - 1) / alignment * alignment; }
+
+inline std::uint8_t* aligned(std::uint8_t* memory)
+{
+    const auto misaligned = static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(memory) % alignment);
+    return memory + (alignment - misaligned) % alignment;
+}
+
 // The rows that filterBands keeps: one outside, and in place those of a band and the one above it as they were.
 inline std::ptrdiff_t rowsKept(bool overwritten) { return overwritten ? 2 + rowsOfBand : 1; }
 
