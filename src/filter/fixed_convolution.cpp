@@ -33,6 +33,8 @@ void makePairs(FixedKernel& kernel)
         return static_cast<std::int16_t>((coefficient - low(coefficient)) >> 16);
     };
     kernel.wide = false;
+    kernel.sidesAlike = true;
+    kernel.negative = false;
     for (int parity = 0; parity < 2; ++parity)
         for (int p = 0; p <= kernel.size / 2; ++p)
             for (int k = 0; k < kernel.size; ++k) {
@@ -40,6 +42,8 @@ void makePairs(FixedKernel& kernel)
                 kernel.low[parity][p][k] = entry(low(above), low(below));
                 kernel.high[parity][p][k] = entry(high(above), high(below));
                 kernel.wide |= kernel.high[parity][p][k] != 0;
+                kernel.negative |= above < 0;
+                kernel.sidesAlike &= above == at(2 * p - parity, kernel.size - 1 - k);
             }
 }
 

@@ -13,90 +13,105 @@ void pair(const std::uint8_t* above, const std::uint8_t* below, std::uint32_t* o
         out[x] = static_cast<std::uint32_t>(above[x] | below[x] << 16);
 }
 
-// Sums for as many pixels as a vector has bytes, in two rows: what is loaded serves both.
-constexpr int vectors = Bytes::lanes / Ints::lanes;
-using Sums = Ints[vectors];
+// Whether the columns of a kernel on either side of the middle are the same. The pixels of both are then added first.
+enum class Sides { different, alike };
 
-// Adds the products of so many columns of one pair of rows, `step` entries apart.
-template <int columns>
-[[gnu::always_inline]] inline void addColumns(Sums& upper, Sums& lower, const std::uint32_t* at, int step,
-                                              const std::uint32_t* forUpper, const std::uint32_t* forLower)
+// Adds the products of column k and those after it of one pair of rows, `step` entries apart, to sums for so many
+// vectors of pixels, each of which is loaded once for all sets of coefficients. Where sides are alike `opposite` is the
+// column's counterpart, and the last one is the middle.
+template <int k, int columns, Sides sides, int sets, int vectors>
+[[gnu::always_inline]] inline void addColumns(Ints (&sums)[sets][vectors], const std::uint32_t* at,
+                                              const std::uint32_t* opposite, int step,
+                                              const std::uint32_t* const (&coefficients)[sets])
 {
-    if constexpr (columns > 0) {
-        const Words ofUpper = {broadcastInt(*forUpper).r}, ofLower = {broadcastInt(*forLower).r};
+    if constexpr (k < columns) {
+        Words factors[sets];
+        unrolled<sets>([&](int set) { factors[set] = {broadcastInt(coefficients[set][k]).r}; });
         unrolled<vectors>([&](int i) {
-            const Words pixels = {loadOnce(at + i * Ints::lanes).r};
-            addTo(upper[i], multiplyAddPairs(pixels, ofUpper));
-            addTo(lower[i], multiplyAddPairs(pixels, ofLower));
+            Words pixels = {loadOnce(at + i * Ints::lanes).r};
+            if constexpr (sides == Sides::alike && k + 1 < columns)
+                pixels = pixels + Words{loadOnce(opposite + i * Ints::lanes).r};
+            unrolled<sets>([&](int set) { addTo(sums[set][i], multiplyAddPairs(pixels, factors[set])); });
         });
-        addColumns<columns - 1>(upper, lower, at + step, step, forUpper + 1, forLower + 1);
+        addColumns<k + 1, columns, sides>(sums, at + step, opposite - step, step, coefficients);
     }
 }
 
-template <int size>
-[[gnu::always_inline]] inline void addProducts(Sums& upper, Sums& lower, const std::uint32_t* const* pairs,
-                                               std::ptrdiff_t x, int step, const FixedKernel::Pairs (&coefficients)[2])
+// coefficientsOf(p) are the coefficients of pair p for each set.
+template <int size, Sides sides, int sets, int vectors, class CoefficientsOf>
+[[gnu::always_inline]] inline void addProducts(Ints (&sums)[sets][vectors], const std::uint32_t* const* pairs,
+                                               std::ptrdiff_t x, int step, CoefficientsOf coefficientsOf)
 {
-    for (int p = 0; p <= size / 2; ++p)
-        addColumns<size>(upper, lower, pairs[p] + x - size / 2 * step, step, coefficients[0][p], coefficients[1][p]);
+    constexpr int columns = sides == Sides::alike ? size / 2 + 1 : size;
+    for (int p = 0; p <= size / 2; ++p) {
+        const std::uint32_t* coefficients[sets];
+        unrolled<sets>([&](int set) { coefficients[set] = coefficientsOf(p, set); });
+        addColumns<0, columns, sides>(sums, pairs[p] + x - size / 2 * step, pairs[p] + x + size / 2 * step, step,
+                                      coefficients);
+    }
 }
 
-[[gnu::always_inline]] inline Bytes toPixels(const Sums& sums, const FixedKernel& kernel)
+// How many vectors of sums make one of results.
+constexpr int vectorsOfResult = Bytes::lanes / Ints::lanes;
+
+[[gnu::always_inline]] inline Bytes toPixels(const Ints (&sums)[vectorsOfResult], const FixedKernel& kernel)
 {
-    Ints values[vectors];
-    unrolled<vectors>([&](int i) { values[i] = shiftRightSigned(sums[i], kernel.fraction); });
+    Ints values[vectorsOfResult];
+    unrolled<vectorsOfResult>([&](int i) { values[i] = shiftRightSigned(sums[i], kernel.fraction); });
     if (kernel.absolute)
-        unrolled<vectors>([&](int i) { values[i] = magnitude(values[i]); });
+        unrolled<vectorsOfResult>([&](int i) { values[i] = magnitude(values[i]); });
     return narrowInOrder({values[0], values[1]}, {values[2], values[3]});
 }
 
-template <int size>
+// Two rows of results: what is loaded serves both.
+template <int size, Sides sides>
 [[gnu::flatten]] void filterVector(const std::uint32_t* const* pairs, std::ptrdiff_t x, int step,
                                    const FixedKernel& kernel, std::uint8_t* upperOut, std::uint8_t* lowerOut)
 {
+    const auto add = [&](auto& sums, const FixedKernel::Pairs(&coefficients)[2]) {
+        addProducts<size, sides>(sums, pairs, x, step, [&](int p, int row) { return coefficients[row][p]; });
+    };
     const Ints offset = broadcastInt(static_cast<std::uint32_t>(kernel.offset));
-    Sums upper, lower;
-    unrolled<vectors>([&](int i) { upper[i] = lower[i] = kernel.wide ? broadcastInt(0) : offset; });
+    Ints sums[2][vectorsOfResult];
+    unrolled<vectorsOfResult>([&](int i) { sums[0][i] = sums[1][i] = kernel.wide ? broadcastInt(0) : offset; });
     if (kernel.wide) {
-        addProducts<size>(upper, lower, pairs, x, step, kernel.high);
-        unrolled<vectors>([&](int i) {
-            upper[i] = shiftLeft(upper[i], 16) + offset;
-            lower[i] = shiftLeft(lower[i], 16) + offset;
+        add(sums, kernel.high);
+        unrolled<vectorsOfResult>([&](int i) {
+            sums[0][i] = shiftLeft(sums[0][i], 16) + offset;
+            sums[1][i] = shiftLeft(sums[1][i], 16) + offset;
         });
     }
-    addProducts<size>(upper, lower, pairs, x, step, kernel.low);
-    store(upperOut, toPixels(upper, kernel));
-    store(lowerOut, toPixels(lower, kernel));
+    add(sums, kernel.low);
+    store(upperOut, toPixels(sums[0], kernel));
+    store(lowerOut, toPixels(sums[1], kernel));
 }
 
 // Sums in two parts, that of the coefficients' upper 16 bits and that of their lower ones, as quotients: negative ones
 // are rounded up.
-inline Ints quotient(Ints high, Ints low, int fraction)
+inline Ints quotient(Ints high, Ints low, const FixedKernel& kernel)
 {
-    const int shift = fraction - 16;
+    const int shift = kernel.fraction - 16;
+    if (!kernel.negative)
+        return shiftRightSigned(high + shiftRightSigned(low, 16), shift);
     const Ints negative = shiftRightSigned(high + shiftRightSigned(low, 16), 31);
     const Ints carry = shiftRightSigned(low + (negative & broadcastInt(0xFFFF)), 16);
     return shiftRightSigned(high + carry + (negative & broadcastInt((1U << shift) - 1)), shift);
 }
 
-[[gnu::always_inline]] inline Bytes toPixels(const Sums& high, const Sums& low, const FixedKernel& kernel)
-{
-    const Ints offset = broadcastInt(static_cast<std::uint32_t>(kernel.offset));
-    Ints values[vectors];
-    unrolled<vectors>([&](int i) { values[i] = quotient(high[i], low[i], kernel.fraction) + offset; });
-    return narrowInOrder({values[0], values[1]}, {values[2], values[3]});
-}
-
-template <int size>
+// The same with exact sums. What is loaded serves their two parts.
+template <int size, Sides sides>
 [[gnu::flatten]] void filterExactVector(const std::uint32_t* const* pairs, std::ptrdiff_t x, int step,
                                         const FixedKernel& kernel, std::uint8_t* upperOut, std::uint8_t* lowerOut)
 {
-    Sums upperHigh, lowerHigh, upperLow, lowerLow;
-    unrolled<vectors>([&](int i) { upperHigh[i] = lowerHigh[i] = upperLow[i] = lowerLow[i] = broadcastInt(0); });
-    addProducts<size>(upperHigh, lowerHigh, pairs, x, step, kernel.high);
-    addProducts<size>(upperLow, lowerLow, pairs, x, step, kernel.low);
-    store(upperOut, toPixels(upperHigh, upperLow, kernel));
-    store(lowerOut, toPixels(lowerHigh, lowerLow, kernel));
+    const Ints offset = broadcastInt(static_cast<std::uint32_t>(kernel.offset));
+    for (int row = 0; row < 2; ++row) {
+        const FixedKernel::Pairs* const parts[] = {&kernel.high[row], &kernel.low[row]};
+        Ints sums[2][vectorsOfResult], values[vectorsOfResult];
+        unrolled<vectorsOfResult>([&](int i) { sums[0][i] = sums[1][i] = broadcastInt(0); });
+        addProducts<size, sides>(sums, pairs, x, step, [&](int p, int part) { return (*parts[part])[p]; });
+        unrolled<vectorsOfResult>([&](int i) { values[i] = quotient(sums[0][i], sums[1][i], kernel) + offset; });
+        store(row == 0 ? upperOut : lowerOut, narrowInOrder({values[0], values[1]}, {values[2], values[3]}));
+    }
 }
 
 using FilterVector = void (*)(const std::uint32_t* const* pairs, std::ptrdiff_t x, int step, const FixedKernel& kernel,
@@ -120,23 +135,33 @@ void filterRows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uin
         vector(pairs, last, step, kernel, upper + last, lower + last);
 }
 
+using FilterRows = void (*)(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower,
+                            std::ptrdiff_t count, int step, const FixedKernel& kernel);
+
+// Of kernels whose sides are different and alike.
+template <int size>
+constexpr FilterRows ofSize[] = {filterRows<filterVector<size, Sides::different>>,
+                                 filterRows<filterVector<size, Sides::alike>>};
+
+template <int size>
+constexpr FilterRows exactOfSize[] = {filterRows<filterExactVector<size, Sides::different>>,
+                                      filterRows<filterExactVector<size, Sides::alike>>};
+
 void rows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count, int step,
           const FixedKernel& kernel)
 {
-    const auto filter = kernel.size == 3   ? filterRows<filterVector<3>>
-                        : kernel.size == 5 ? filterRows<filterVector<5>>
-                                           : filterRows<filterVector<7>>;
-    filter(pairs, upper, lower, count, step, kernel);
+    const auto& filter = kernel.size == 3 ? ofSize<3> : kernel.size == 5 ? ofSize<5> : ofSize<7>;
+    filter[kernel.sidesAlike ? 1 : 0](pairs, upper, lower, count, step, kernel);
 }
 
 void exactRows(const std::uint32_t* const* pairs, std::uint8_t* upper, std::uint8_t* lower, std::ptrdiff_t count,
                int step, const FixedKernel& kernel)
 {
-    const auto filter = kernel.size == 3   ? filterRows<filterExactVector<3>>
-                        : kernel.size == 5 ? filterRows<filterExactVector<5>>
-                        : kernel.size == 7 ? filterRows<filterExactVector<7>>
-                                           : filterRows<filterExactVector<9>>;
-    filter(pairs, upper, lower, count, step, kernel);
+    const auto& filter = kernel.size == 3   ? exactOfSize<3>
+                         : kernel.size == 5 ? exactOfSize<5>
+                         : kernel.size == 7 ? exactOfSize<7>
+                                            : exactOfSize<9>;
+    filter[kernel.sidesAlike ? 1 : 0](pairs, upper, lower, count, step, kernel);
 }
 
 // 3 x 3 kernels, straight from bytes.

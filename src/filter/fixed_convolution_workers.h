@@ -21,6 +21,8 @@ struct FixedKernel {
     using Pairs = std::uint32_t[(largest + 1) / 2][largest];  // [pair of rows][column]
     Pairs low[2], high[2];
     bool wide;
+    bool sidesAlike;  // whether the columns on either side of the middle are the same
+    bool negative;    // whether there are coefficients below 0
 };
 
 struct FixedConvolutionWorkers {

@@ -30,14 +30,21 @@ TEST(ConvolutionWorkers, fixed_point)
         const bool exact = random(0, 1);
         kernel.size = 2 * random(1, exact ? 4 : 3) + 1;
         kernel.wide = exact || random(0, 1);
+        kernel.sidesAlike = random(0, 1);
+        kernel.negative = random(0, 1);
         kernel.fraction = exact ? random(16, 46) : random(0, 15);
         kernel.absolute = random(0, 1);
         kernel.offset = random(INT32_MIN, INT32_MAX) >> random(0, 31);
         const int size = kernel.size, half = size / 2, step = random(0, 1) ? 1 : 3;
         for (int r = 0; r < size; ++r)
             for (int k = 0; k < size; ++k) {
-                const int low = random(-32768, 32767), most = exact ? 16383 : 32767;
-                const int high = kernel.wide ? random(-most, most) >> random(0, 15) : 0;
+                const std::int32_t counterpart = kernel.coefficients[r * size + size - 1 - k];
+                const bool alike = kernel.sidesAlike && k > half;
+                const int low = alike ? static_cast<std::int16_t>(counterpart) : random(-32768, 32767);
+                const int most = exact ? 16383 : 32767;
+                const int high = alike         ? (counterpart - low) >> 16
+                                 : kernel.wide ? random(kernel.negative ? -most : 1, most) >> random(0, 15)
+                                               : 0;
                 kernel.coefficients[r * size + k] =
                     static_cast<std::int32_t>((static_cast<unsigned>(high) << 16) + static_cast<unsigned>(low));
                 for (const int parity : {0, 1}) {
