@@ -1,6 +1,6 @@
 // Convolution in fixed point: kernels to integers, and the walk over pairs of rows.
 #include "filter/convolution.h"
-#include "filter/work_rows.h"
+#include "filter/two_rows.h"
 #include "frame/numbers.h"
 #include "frame/overlap.h"
 #include "frame/walk.h"
@@ -144,29 +144,30 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
     const std::ptrdiff_t beside = std::ptrdiff_t{half} * step;
     SeparateSource separate;
     WorkRows<std::uint32_t> entries;
-    WorkRows<std::uint8_t> spare;  // for the row after the last one
-    if (!(inPlace(src, dst) || separate.forNeighbours(src, dst)) ||
-        !entries.make(pairs, beside, src.width, beside, 0) || !spare.make(1, 0, src.width, 0, 0))
+    if (!(inPlace(src, dst) || separate.forNeighbours(src, dst)) || !entries.make(pairs, beside, src.width, beside, 0))
         return false;
 
     const auto sourceRow = [&](std::ptrdiff_t y) {
         return src.data + std::clamp<std::ptrdiff_t>(y, 0, src.height - 1) * src.pitch;
     };
+    const std::uint32_t* around[mostPairs];
     std::ptrdiff_t made = 0;  // pair i consists of rows 2 i - half and 2 i - half + 1
-    for (std::ptrdiff_t i = 0; 2 * i < src.height; ++i) {
-        for (; made < i + pairs; ++made) {
+    const auto prepare = [&](std::ptrdiff_t y) {
+        for (; made < y / 2 + pairs; ++made) {
             std::uint32_t* const out = entries.row(made % pairs);
             worker.pair(sourceRow(2 * made - half), sourceRow(2 * made - half + 1), out, src.width);
             repeatEnds(out, src.width, beside, step);
         }
-        const std::uint32_t* around[mostPairs];
         for (int p = 0; p < pairs; ++p)
-            around[p] = entries.row((i + p) % pairs);
-        std::uint8_t* const upper = dst.data + 2 * i * dst.pitch;
-        std::uint8_t* const lower = 2 * i + 1 < src.height ? upper + dst.pitch : spare.row(0);
-        worker.rows(around, upper, lower, src.width, step, kernel);
-    }
-    return true;
+            around[p] = entries.row((y / 2 + p) % pairs);
+    };
+    const auto filter = [&](std::ptrdiff_t x, std::ptrdiff_t count, std::uint8_t* upper, std::uint8_t* lower, bool) {
+        const std::uint32_t* from[mostPairs];
+        for (int p = 0; p < pairs; ++p)
+            from[p] = around[p] + x;
+        worker.rows(from, upper + x, lower + x, count, step, kernel);
+    };
+    return walkTwoRows(src, dst, step, half, false, prepare, filter);
 }
 
 }  // namespace zkit

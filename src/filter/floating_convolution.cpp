@@ -1,7 +1,7 @@
 // Convolution in double precision: the walk over rows, and the border of 3 x 3 kernels.
 #include "filter/convolution.h"
 #include "filter/floating_convolution_workers.h"
-#include "filter/work_rows.h"
+#include "filter/two_rows.h"
 #include "frame/overlap.h"
 #include "simd/choice.h"
 
@@ -77,32 +77,6 @@ bool makeExact(const FloatingKernel& from, FixedKernel& kernel)
     return true;
 }
 
-// Makes the results two rows at a time: prepare(y) what those of rows y and y + 1 are made of, then `count` results of
-// both from column x on with filter(x, count, upper, lower, whether with the kernel of the border). The border of 3 x 3
-// kernels is filtered once more with its own kernel.
-template <class Prepare, class Filter>
-bool walkTwoRows(const Target& dst, int step, bool bordered, const Prepare& prepare, const Filter& filter)
-{
-    WorkRows<std::uint8_t> spare;  // for rows of results that do not count
-    if (!spare.make(1, 0, dst.width, 0, 0))
-        return false;
-    for (std::ptrdiff_t y = 0; y < dst.height; y += 2) {
-        prepare(y);
-        std::uint8_t* const upper = dst.data + y * dst.pitch;
-        std::uint8_t* const lower = y + 1 < dst.height ? upper + dst.pitch : spare.row(0);
-        filter(0, dst.width, upper, lower, false);
-        if (!bordered)
-            continue;
-        filter(0, step, upper, lower, true);
-        filter(dst.width - step, step, upper, lower, true);
-        if (y == 0 || y + 1 == dst.height)
-            filter(0, dst.width, upper, spare.row(0), true);
-        if (y + 2 == dst.height)
-            filter(0, dst.width, spare.row(0), lower, true);
-    }
-    return true;
-}
-
 // The walk for exact kernels.
 bool convolveExact(const Source& src, const Target& dst, int step, const FixedKernel& kernel, const FixedKernel& border,
                    std::uint8_t outsideValue)
@@ -136,7 +110,7 @@ bool convolveExact(const Source& src, const Target& dst, int step, const FixedKe
             from[p] = around[p] + x;
         worker.exactRows(from, upper + x, lower + x, count, step, withBorder ? border : kernel);
     };
-    return walkTwoRows(dst, step, kernel.size == 3, prepare, filter);
+    return walkTwoRows(src, dst, step, half, kernel.size == 3, prepare, filter);
 }
 
 }  // namespace
@@ -190,7 +164,7 @@ bool convolveFloating(Source src, const Target& dst, int step, const ZKernel& ke
             from[r] = around.row(0)[r] + x;
         worker.rows(from, upper + x, lower + x, count, step, withBorder ? border : weighed);
     };
-    return walkTwoRows(dst, step, bordered, prepare, filter);
+    return walkTwoRows(src, dst, step, weighed.rows - 1 - above, bordered, prepare, filter);
 }
 
 }  // namespace zkit
