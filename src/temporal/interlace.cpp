@@ -22,6 +22,7 @@ struct Frames {
     const InterlaceWorkers& worker;
 
     const std::uint8_t* from(std::ptrdiff_t y) const { return src.data + y * src.pitch; }
+    const std::uint8_t* next(std::ptrdiff_t y) const { return from(std::min(y, src.height - 1)); }
     std::uint8_t* to(std::ptrdiff_t y) const { return dst.data + y * dst.pitch; }
     bool same() const { return inPlace(src, dst); }
 };
@@ -62,8 +63,8 @@ void swapFields(const char* name, ZGenericROI* src, ZGenericROI* dst)
                 if (f.same()) {
                     exchange(f.to(y), f.to(y + 1), f.dst.width);
                 } else {
-                    f.worker.copy(f.from(y + 1), f.to(y), f.dst.width, f.stores);
-                    f.worker.copy(f.from(y), f.to(y + 1), f.dst.width, f.stores);
+                    f.worker.copy(f.from(y + 1), f.from(y), f.to(y), f.dst.width, f.stores);
+                    f.worker.copy(f.from(y), f.next(y + 3), f.to(y + 1), f.dst.width, f.stores);
                 }
         });
     frame.finish();
@@ -81,7 +82,7 @@ void rebuild(const char* name, ZGenericROI* src, ZGenericROI* dst, unsigned int 
             for (std::ptrdiff_t y = firstRow(field); y <= last; y += 2) {
                 const std::ptrdiff_t above = y > 0 ? y - 1 : std::min(y + 1, last);
                 const std::ptrdiff_t below = y < last ? y + 1 : std::max(y - 1, std::ptrdiff_t{0});
-                f.worker.mean(f.from(above), f.from(below), f.to(y), f.dst.width, f.stores);
+                f.worker.mean(f.from(above), f.from(below), f.next(y + 3), f.to(y), f.dst.width, f.stores);
             }
         });
     frame.finish();
@@ -122,7 +123,7 @@ void shiftRow(const Frames& f, std::ptrdiff_t y, std::ptrdiff_t shift, int pixel
     if (f.same())
         std::memmove(begin, start, static_cast<std::size_t>(moved));
     else
-        f.worker.copy(start, begin, moved, f.stores);
+        f.worker.copy(start, f.next(y + 2), begin, moved, f.stores);
     fill(shift > 0 ? to : to + moved, width - moved);
 }
 

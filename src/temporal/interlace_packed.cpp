@@ -4,27 +4,50 @@
 namespace zkit::ZKIT_SET {
 namespace {
 
-void copy(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
+// dst[i] = stepFrom(x)(at) for every vector `at` of a row that begins at column x. Between the first whole cache line
+// and the last one vectors go in groups: loads do not part what is streamed to a line, and the next row is fetched.
+template <class StepFrom>
+[[gnu::flatten]] void mapLines(std::uint8_t* dst, const std::uint8_t* next, std::ptrdiff_t count, Stores stores,
+                               StepFrom stepFrom)
 {
-    if (stores == Stores::cached) {
-        __builtin_memcpy(dst, src, static_cast<std::size_t>(count));
-        return;
-    }
-    // Whole cache lines are streamed: those that are written in both ways are slow.
-    constexpr std::ptrdiff_t line = 64;
+    constexpr int vectors = 4;
+    constexpr std::ptrdiff_t group = vectors * Bytes::lanes, line = 64;
     const auto toNextLine = static_cast<std::ptrdiff_t>(-reinterpret_cast<std::uintptr_t>(dst) % line);
     const std::ptrdiff_t begin = toNextLine < count ? toNextLine : count;
-    const std::ptrdiff_t end = begin + (count - begin) / line * line;
-    __builtin_memcpy(dst, src, static_cast<std::size_t>(begin));
-    mapRow(dst + begin, end - begin, stores, [from = src + begin](auto at) { return at.bytes(from); });
-    __builtin_memcpy(dst + end, src + end, static_cast<std::size_t>(count - end));
+    const std::ptrdiff_t end = begin + (count - begin) / group * group;
+    if (begin > 0)
+        mapRow(dst, begin, Stores::cached, stepFrom(0));
+    const auto step = stepFrom(0);
+    const auto groups = [&](auto put) {
+        for (std::ptrdiff_t x = begin; x < end; x += group) {
+            for (std::ptrdiff_t i = 0; i < group; i += line)
+                __builtin_prefetch(next + x + i);
+            Bytes results[vectors];
+            unrolled<vectors>([&](int i) { results[i] = step(WholeVector{x + i * Bytes::lanes}); });
+            unrolled<vectors>([&](int i) { put(dst + x + i * Bytes::lanes, results[i]); });
+        }
+    };
+    if (stores == Stores::streamed)
+        groups([](std::uint8_t* to, Bytes result) { stream(to, result); });
+    else
+        groups([](std::uint8_t* to, Bytes result) { store(to, result); });
+    if (end < count)
+        mapRow(dst + end, count - end, Stores::cached, stepFrom(end));
 }
 
-void mean(const std::uint8_t* above, const std::uint8_t* below, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
+void copy(const std::uint8_t* src, const std::uint8_t* next, std::uint8_t* dst, std::ptrdiff_t count, Stores stores)
 {
-    mapRow(dst, count, stores, [=](auto at) {
-        const Bytes a = at.bytes(above), b = at.bytes(below);
-        return averageUp(a, b) - ((a ^ b) & broadcast(1));
+    mapLines(dst, next, count, stores, [=](std::ptrdiff_t x) { return [=](auto at) { return at.bytes(src + x); }; });
+}
+
+void mean(const std::uint8_t* above, const std::uint8_t* below, const std::uint8_t* next, std::uint8_t* dst,
+          std::ptrdiff_t count, Stores stores)
+{
+    mapLines(dst, next, count, stores, [=](std::ptrdiff_t x) {
+        return [=](auto at) {
+            const Bytes a = at.bytes(above + x), b = at.bytes(below + x);
+            return averageUp(a, b) - ((a ^ b) & broadcast(1));
+        };
     });
 }
 

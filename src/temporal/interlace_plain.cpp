@@ -3,13 +3,14 @@
 namespace zkit::plain {
 namespace {
 
-void copy(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Stores)
+void copy(const std::uint8_t* src, const std::uint8_t*, std::uint8_t* dst, std::ptrdiff_t count, Stores)
 {
     for (std::ptrdiff_t i = 0; i < count; ++i)
         dst[i] = src[i];
 }
 
-void mean(const std::uint8_t* above, const std::uint8_t* below, std::uint8_t* dst, std::ptrdiff_t count, Stores)
+void mean(const std::uint8_t* above, const std::uint8_t* below, const std::uint8_t*, std::uint8_t* dst,
+          std::ptrdiff_t count, Stores)
 {
     for (std::ptrdiff_t i = 0; i < count; ++i)
         dst[i] = static_cast<std::uint8_t>((above[i] + below[i]) >> 1);

@@ -1,4 +1,5 @@
-// Rows of interlaced frames, `count` bytes of them.
+// Rows of interlaced frames, `count` bytes of them. `next` is the row that will be read next, and as long: it may be
+// fetched from memory in the meantime.
 #pragma once
 
 #include "simd/plane.h"
@@ -8,11 +9,12 @@ namespace zkit {
 
 struct InterlaceWorkers {
     // dst = src; they are apart.
-    void (*copy)(const std::uint8_t* src, std::uint8_t* dst, std::ptrdiff_t count, Stores stores);
+    void (*copy)(const std::uint8_t* src, const std::uint8_t* next, std::uint8_t* dst, std::ptrdiff_t count,
+                 Stores stores);
 
     // dst = (above + below) / 2, truncated. dst is one of them or apart from them, always apart when it is streamed to.
-    void (*mean)(const std::uint8_t* above, const std::uint8_t* below, std::uint8_t* dst, std::ptrdiff_t count,
-                 Stores stores);
+    void (*mean)(const std::uint8_t* above, const std::uint8_t* below, const std::uint8_t* next, std::uint8_t* dst,
+                 std::ptrdiff_t count, Stores stores);
 
     // That k from 0 to candidates - 1 with the smallest sum of (a[i] - b[i - k step])^2, modulo 2^32, the first of
     // equal ones; -1 when all sums are 2^32 - 1.

@@ -14,11 +14,11 @@ TEST(TemporalWorkers, interlaced_rows)
         const Pixels a(random, kind, width, 1), b(random, kind, width, 1);
         for (const Stores stores : {Stores::cached, Stores::streamed}) {
             Pixels plain(random, Pixels::noise, width, 1), packed(plain);
-            InterlaceWorkers::plain.mean(a.row(), b.row(), plain.row(), width, stores);
-            set.workers->mean(a.row(), b.row(), packed.row(), width, stores);
+            InterlaceWorkers::plain.mean(a.row(), b.row(), a.row(), plain.row(), width, stores);
+            set.workers->mean(a.row(), b.row(), a.row(), packed.row(), width, stores);
             EXPECT_EQ(packed.all(), plain.all());
-            InterlaceWorkers::plain.copy(a.row(), plain.row(), width, stores);
-            set.workers->copy(a.row(), packed.row(), width, stores);
+            InterlaceWorkers::plain.copy(a.row(), b.row(), plain.row(), width, stores);
+            set.workers->copy(a.row(), b.row(), packed.row(), width, stores);
             EXPECT_EQ(packed.all(), plain.all());
         }
         const int step = random(0, 2) ? 1 : 3, candidates = random(1, 40), more = (candidates - 1) * step;
