@@ -22,17 +22,21 @@ const WarpWorkers& workersFor(const Source& src, int offsetX, int offsetY)
     return narrow ? workers<WarpWorkers>() : WarpWorkers::plain;
 }
 
-// Rows of maps, with their source, from which rows of a destination are made.
+// Maps with their source, and the destination that is made from them.
 template <std::size_t count>
 struct Maps {
     const WarpWorkers& worker;
     Source src;
+    Target dst;
     std::array<PointSource, count>& maps;
+    int pixelSize;
 
     const std::uint8_t* at(std::size_t map, std::ptrdiff_t x, std::ptrdiff_t y) const
     {
         return maps[map].row(y) + x * maps[map].pixelSize;
     }
+
+    std::uint8_t* to(std::ptrdiff_t x, std::ptrdiff_t y) const { return dst.data + y * dst.pitch + x * pixelSize; }
 };
 
 // The pixels across of strips of the destination, which are made one after the other, each from the top down. Wider
@@ -43,11 +47,19 @@ constexpr std::ptrdiff_t stripOfSeparateMaps = 2048, stripOfPackedMap = 1536;
 // How many rows ahead a packed map is wanted.
 constexpr std::ptrdiff_t rowsAhead = 8;
 
-// Makes parts of rows with part(maps, x, y, dst, count), which returns false to end this. They are no wider than
-// stripOf(maps). Raises 1303 when there is no memory to keep overlapping regions apart.
-template <std::size_t count, class StripOf, class Part>
-void warpRows(ZGenericROI* src, ZGenericROI* dst, std::array<PointSource, count> maps, int offsetX, int offsetY,
-              StripOf stripOf, Part part)
+// part(x, y, count) for the parts of rows that strips consist of, from column x on and above row `end`.
+template <class Part>
+void inStrips(std::ptrdiff_t x, std::ptrdiff_t width, std::ptrdiff_t end, std::ptrdiff_t strip, const Part& part)
+{
+    for (; x < width; x += strip)
+        for (std::ptrdiff_t y = 0; y < end; ++y)
+            part(x, y, std::min(strip, width - x));
+}
+
+// Does the work, which takes the maps, unless there is no memory to keep overlapping regions apart (1303).
+template <std::size_t count, class Work>
+void withMaps(ZGenericROI* src, ZGenericROI* dst, std::array<PointSource, count> maps, int offsetX, int offsetY,
+              Work work)
 {
     const int pixelSize = src->GetPixelSize();
     Target to = target(dst);
@@ -62,12 +74,7 @@ void warpRows(ZGenericROI* src, ZGenericROI* dst, std::array<PointSource, count>
           preparePoints(maps, to, pixelSize, Joining::none, stores)))
         return;
     from.width = src->GetWidth();
-    const Maps<count> at{workersFor(from, offsetX, offsetY), from, maps};
-    const std::ptrdiff_t strip = stripOf(at);
-    for (std::ptrdiff_t x = 0; x < to.width; x += strip)
-        for (std::ptrdiff_t y = 0; y < to.height; ++y)
-            if (!part(at, x, y, to.data + y * to.pitch + x * pixelSize, std::min(strip, to.width - x)))
-                return;
+    work(Maps<count>{workersFor(from, offsetX, offsetY), from, to, maps, pixelSize});
 }
 
 short warp(ZGenericROI* src, ZGenericROI* dst, ZImage<ZBW16>* mapX, ZImage<ZBW16>* mapY, int offsetX, int offsetY)
@@ -77,13 +84,12 @@ short warp(ZGenericROI* src, ZGenericROI* dst, ZImage<ZBW16>* mapX, ZImage<ZBW16
           sameSize(dst, mapX) && sameSize(dst, mapY) && placed(src) && placed(dst) && placed(mapX) && placed(mapY)))
         return frame.trace();
     const auto fetch = src->GetPixelSize() == 1 ? &WarpWorkers::grey : &WarpWorkers::colour;
-    warpRows(
-        src, dst, std::array{PointSource(mapX), PointSource(mapY)}, offsetX, offsetY,
-        [](const auto&) { return stripOfSeparateMaps; },
-        [=](const auto& maps, auto x, auto y, auto out, auto count) {
-            (maps.worker.*fetch)(maps.src, {maps.at(0, x, y), maps.at(1, x, y), offsetX, offsetY}, out, count);
-            return true;
+    withMaps(src, dst, std::array{PointSource(mapX), PointSource(mapY)}, offsetX, offsetY, [=](const auto& maps) {
+        inStrips(0, maps.dst.width, maps.dst.height, stripOfSeparateMaps, [&](auto x, auto y, auto count) {
+            (maps.worker.*fetch)(maps.src, {maps.at(0, x, y), maps.at(1, x, y), offsetX, offsetY}, maps.to(x, y),
+                                 count);
         });
+    });
     return frame.finish();
 }
 
@@ -115,18 +121,21 @@ short ImgWarp(ZROI<ZBW8>* src, ZROI<ZBW8>* dst, ZImage<ZBW32>* map)
           require(covers(map, dst), Z_ERROR_MAP_SIZE) && hasPixels(src) && hasPixels(dst) && hasPixels(map) &&
           placed(src) && placed(dst) && placed(map)))
         return frame.trace();
-    warpRows(
-        src, dst, std::array{PointSource(map)}, 0, 0,
-        [width = std::ptrdiff_t{dst->GetWidth()}, height = dst->GetHeight()](const auto& maps) {
-            std::ptrdiff_t y = 0;
-            while (y < height && maps.worker.inside(maps.src, maps.at(0, 0, y), width))
-                ++y;
-            return y == height ? stripOfPackedMap : width;  // whole rows up to the first pixel outside
-        },
-        [lastRow = dst->GetHeight() - std::ptrdiff_t{1}](const auto& maps, auto x, auto y, auto out, auto count) {
-            const auto next = maps.at(0, x, std::min(y + rowsAhead, lastRow));
-            return require(maps.worker.packedMap(maps.src, maps.at(0, x, y), out, count, next) == count,
-                           Z_ERROR_OUTSIDE_IMAGE);
-        });
+    // Nothing may be written behind the first pixel outside: while the first strip is made, the map is looked at beside
+    // it. The others end above the row of that pixel, which is made last.
+    withMaps(src, dst, std::array{PointSource(map)}, 0, 0, [](const auto& maps) {
+        const auto [data, pitch, width, height] = maps.dst;
+        const auto part = [&maps, last = height - 1](auto x, auto y, auto count) {
+            const std::uint8_t* const next = maps.at(0, x, std::min(y + rowsAhead, last));
+            return maps.worker.packedMap(maps.src, maps.at(0, x, y), maps.to(x, y), count, next) == count;
+        };
+        const std::ptrdiff_t first = std::min(stripOfPackedMap, width);
+        std::ptrdiff_t end = 0;
+        while (end < height && part(0, end, first) &&
+               maps.worker.inside(maps.src, maps.at(0, first, end), width - first))
+            ++end;
+        inStrips(first, width, end, stripOfPackedMap, part);
+        require(end == height || part(0, end, width), Z_ERROR_OUTSIDE_IMAGE);
+    });
     return frame.finish();
 }
