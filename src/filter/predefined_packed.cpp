@@ -11,7 +11,7 @@ inline Columns smoothed(const Columns& a, const Columns& b, const Columns& c) { 
 
 // A row of pixels, seen with its neighbours to the left and right. What no formula of a filter asks for is never made.
 struct Row {
-    Columns centre, sides, slope;
+    Columns centre, slope;
     Columns withLeft, withRight, three, smooth;
     Columns peak4, peak5;  // what the pixels stand out, so many times themselves
     Columns nineTimes, tenTimes;
@@ -19,16 +19,15 @@ struct Row {
     template <int step>
     explicit Row(const Neighbours<step>& n)
         : centre(n.here),
-          sides(n.leftColumns() + n.rightColumns()),
           slope(n.rightColumns() - n.leftColumns()),
           withLeft(n.leftColumns() + centre),
           withRight(centre + n.rightColumns()),
-          three(n.three()),
-          smooth(smoothed(n.leftColumns(), centre, n.rightColumns())),
-          peak4(4 * centre - sides),
-          peak5(5 * centre - sides),
-          nineTimes(9 * centre),
-          tenTimes(10 * centre)
+          three(n.template sum<1, 1>()),
+          smooth(n.template sum<1, 2>()),
+          peak4(n.template sum<-1, 4>()),
+          peak5(n.template sum<-1, 5>()),
+          nineTimes(weighted(9, n.here)),
+          tenTimes(weighted(10, n.here))
     {
     }
 };

@@ -21,12 +21,16 @@ struct Columns {
 
 inline Columns operator+(const Columns& a, const Columns& b) { return {a.even + b.even, a.odd + b.odd}; }
 inline Columns operator-(const Columns& a, const Columns& b) { return {a.even - b.even, a.odd - b.odd}; }
-inline Columns operator*(int factor, const Columns& a)
-{
-    return {broadcastWord(factor) * a.even, broadcastWord(factor) * a.odd};
-}
 inline Columns max(const Columns& a, const Columns& b) { return {maxSigned(a.even, b.even), maxSigned(a.odd, b.odd)}; }
 inline Columns magnitude(const Columns& a) { return {magnitude(a.even), magnitude(a.odd)}; }
+
+// So many times the even byte of each word and so many times the odd one.
+inline Words weighted(Bytes pixels, int even, int odd)
+{
+    return multiplyAddBytes(Words{pixels.r}, broadcastWord((even & 0xFF) | (odd & 0xFF) << 8));
+}
+
+inline Columns weighted(int factor, Bytes pixels) { return {weighted(pixels, factor, 0), weighted(pixels, 0, factor)}; }
 
 // Signed values as bytes, with saturation to 0..255.
 inline Bytes saturated(const Columns& a) { return interleaveSaturated(a.even, a.odd); }
@@ -40,13 +44,16 @@ struct Neighbours {
     Columns leftColumns() const { return step == 1 ? Columns(evenBytes(left), evenBytes(here)) : Columns(left); }
     Columns rightColumns() const { return step == 1 ? Columns(oddBytes(here), oddBytes(right)) : Columns(right); }
 
-    // The sums of the three.
-    Columns three() const
+    // `centre` times the pixels and `side` (1 or -1) times both neighbours.
+    template <int side, int centre>
+    Columns sum() const
     {
-        if constexpr (step != 1)
-            return Columns(left) + Columns(here) + Columns(right);
-        const Words pair = evenBytes(here) + oddBytes(here);
-        return {evenBytes(left) + pair, pair + oddBytes(right)};
+        const auto add = [](Words a, Words b) { return side < 0 ? a - b : a + b; };
+        if constexpr (step == 1)
+            return {add(weighted(here, centre, side), evenBytes(left)),
+                    add(weighted(here, side, centre), oddBytes(right))};
+        return {add(weighted(here, centre, 0), evenBytes(left) + evenBytes(right)),
+                add(weighted(here, 0, centre), oddBytes(left) + oddBytes(right))};
     }
 };
 
