@@ -240,14 +240,14 @@ TEST_F(AllocationTest, operations_between_regions_that_overlap)
         Input zeros(nullptr, 0);
         const Call call = operation.choose(zeros, Regions::overlapping);
         Arena arena(call.layout, call.bytes, false);
-        const auto run = call.prepare(arena);
+        call.invocation->prepare(arena);
         Outcome outcome{};
         for (auto* bytes : {&outcome.before, &outcome.results, &outcome.value})
             bytes->reserve(1000);
         const auto repeat = [&] {
             for (auto* bytes : {&outcome.before, &outcome.results, &outcome.value})
                 bytes->clear();
-            run(outcome);
+            call.invocation->run(outcome);
         };
         repeat();
         if (takeFailure().code != Z_OK)

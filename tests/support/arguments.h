@@ -5,12 +5,13 @@
 #include "zkit/color.h"
 #include "zkit/img.h"
 
-// An argument is chosen once, and made for each of several calls, whose regions lie in an arena.
+// An argument is chosen once, and prepared for each of several calls, whose regions lie in an arena.
 template <class A>
 class Argument {
 public:
     Argument(Input& input, Layout&) : value_(choose(input)) {}
-    A in(Arena&) { return value_; }
+    void prepare(Arena&) {}
+    A value() const { return value_; }
 
     static A choose(Input& input)
     {
@@ -37,7 +38,8 @@ template <class A>
 class Argument<A&> {
 public:
     Argument(Input& input, Layout&) : before_(Argument<A>::choose(input)) {}
-    A& in(Arena&) { return value_ = before_; }
+    void prepare(Arena&) { value_ = before_; }
+    A& value() { return value_; }
 
 private:
     A before_, value_{};
@@ -47,10 +49,12 @@ template <class T>
 class Argument<ZROI<T>*> {
 public:
     Argument(Input& input, Layout& layout) : index_(layout.add<T>(input)) {}
-    ZROI<T>* in(Arena& arena) const { return arena.region<T>(index_); }
+    void prepare(Arena& arena) { region_ = arena.region<T>(index_); }
+    ZROI<T>* value() const { return region_; }
 
 private:
     std::size_t index_;
+    ZROI<T>* region_ = nullptr;
 };
 
 // Objects in the caller's hands, which calls may change: made anew for each. Some are null.
@@ -59,12 +63,13 @@ class MadeArgument {
 public:
     MadeArgument(Input& input, const Layout& layout) : from_(input), layout_(layout) { make(input); }
 
-    T* in(Arena&)
+    void prepare(Arena&)
     {
         Input input(from_);
         make(input);
-        return object_.get();
     }
+
+    T* value() const { return object_.get(); }
 
 private:
     void make(Input& input)
@@ -176,7 +181,8 @@ template <class Pixel>
 class Argument<int (*)(Pixel&)> {
 public:
     Argument(Input& input, Layout&) : isNull_(input.oneIn(8)) {}
-    auto in(Arena&)
+    void prepare(Arena&) {}
+    auto value() const
     {
         return isNull_ ? nullptr : +[](Pixel&) { return 1; };
     }
@@ -192,10 +198,10 @@ public:
 
     Argument(Input& input, Layout&) : choice_(input.number(0, 3)) {}
 
-    Function in(Arena&)
+    void prepare(Arena&) { callsSoFar = 0; }
+
+    Function value() const
     {
-        static ZBW8 callsSoFar;
-        callsSoFar = 0;
         static constexpr Function functions[] = {
             [](ZBW8 level) { return static_cast<ZBW8>(level * 7 + 3); },
             [](ZBW8 level) { return static_cast<ZBW8>(level ^ ++callsSoFar); },  // tells in which order it is called
@@ -208,5 +214,6 @@ public:
     }
 
 private:
+    inline static ZBW8 callsSoFar;
     int choice_;
 };

@@ -122,12 +122,12 @@ Outcome outcomeOf(const Call& call, const Layout& layout, std::span<const std::u
     useWorkers(workers);
     const ZThreadErrorScope errors;
     Arena arena(layout, before, call.same != Same::beyond);
-    const auto run = call.prepare(arena);
+    call.invocation->prepare(arena);
     ZClearError();
     if (pending != Z_OK)
         ZSetError(pending);
     Outcome outcome{};
-    run(outcome);
+    call.invocation->run(outcome);
     outcome.code = ZGetError();
     for (int i = 0; i < ZGetTraceCount(); ++i)
         outcome.trail.emplace_back(ZGetTrace(i));

@@ -5,10 +5,10 @@
 #include "support/arguments.h"
 #include "zkit/core/error.h"
 
-#include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
-#include <tuple>
+#include <utility>
 
 // What a pending error means to an operation: it stops it, it stops it but an error of the arguments is reported in its
 // place, or the operation works in spite of it.
@@ -25,18 +25,31 @@ struct Outcome {
     std::vector<std::uint8_t> value, bytes;     // that is returned, and of the regions' buffer
 };
 
+// An operation with its arguments.
+class Invocation {
+public:
+    virtual ~Invocation() = default;
+    virtual void prepare(Arena& arena) = 0;  // makes the arguments
+    virtual void run(Outcome& outcome) = 0;
+};
+
 struct Call {
     Layout layout;
     std::vector<std::uint8_t> bytes;  // of the buffer, before
     Same same;
     bool returnsCode;
-    std::function<std::function<void(Outcome&)>(Arena&)> prepare;  // makes the arguments
+    std::shared_ptr<Invocation> invocation;
 };
 
 struct Operation {
+    using Function = void (*)();  // of another type in truth
+
     const char* name;  // the last one of the trail
     Pending pending;
-    std::function<Call(Input& input, Regions regions)> choose;
+    Function function, same;
+    Call (*chooseCall)(const Operation& operation, Input& input, Regions regions);
+
+    Call choose(Input& input, Regions regions) const { return chooseCall(*this, input, regions); }
 };
 
 // Every operation of the library, in every one of its forms.
@@ -52,58 +65,80 @@ Outcome outcomeOf(const Call& call, const Layout& layout, std::span<const std::u
 // Calls an operation with arguments of the input's choice. Throws what is wrong.
 void checkOperation(const Operation& operation, Input& input);
 
-template <class Signature>
-struct Chosen;
+template <class T>
+void appendReference(std::vector<std::uint8_t>& bytes, const std::remove_reference_t<T>& value)
+{
+    if constexpr (std::is_reference_v<T>)
+        bytes.insert(bytes.end(), reinterpret_cast<const std::uint8_t*>(&value),
+                     reinterpret_cast<const std::uint8_t*>(&value + 1));
+}
 
-template <class Result, class... A>
-struct Chosen<Result(A...)> {
-    using Where = Same(A...);
+// The place of an argument among those of a call.
+template <std::size_t index, class A>
+struct Place {
+    Argument<A> argument;
+};
 
-    Result (*function)(A...);
-    Where* same;
+template <class Indices, class Result, class... A>
+class InvocationOf;
 
-    Call operator()(Input& input, Regions regions) const
+template <std::size_t... i, class Result, class... A>
+class InvocationOf<std::index_sequence<i...>, Result, A...> : public Invocation, Place<i, A>... {
+public:
+    InvocationOf(Input& input, Layout& layout, Result (*function)(A...))
+        : Place<i, A>{Argument<A>(input, layout)}..., function_(function)
     {
-        Layout layout(input, regions);
-        auto arguments =
-            std::make_shared<std::tuple<Argument<A>...>>(std::tuple<Argument<A>...>{Argument<A>(input, layout)...});
-        std::vector<std::uint8_t> bytes(layout.size());
-        input.fill(bytes);
-        const auto prepare = [arguments, called = function](Arena& arena) {
-            auto values = std::apply([&](auto&... a) { return std::tuple<A...>{a.in(arena)...}; }, *arguments);
-            return [arguments, values, called](Outcome& outcome) mutable {
-                const auto append = [&values](std::vector<std::uint8_t>& to) {
-                    std::apply([&](auto&... value) { (appendReference<A>(to, value), ...); }, values);
-                };
-                append(outcome.before);
-                if constexpr (std::is_void_v<Result>)
-                    std::apply(called, values);
-                else {
-                    const Result value = std::apply(called, values);
-                    appendReference<const Result&>(outcome.value, value);
-                }
-                append(outcome.results);
-            };
-        };
-        Arena arena(layout, bytes, false);
-        const Same where =
-            same ? std::apply([&](auto&... a) { return same(a.in(arena)...); }, *arguments) : Same::everywhere;
-        return {layout, bytes, where, std::is_same_v<Result, short>, prepare};
     }
 
-    template <class T, class Value>
-    static void appendReference(std::vector<std::uint8_t>& bytes, Value& value)
+    void prepare(Arena& arena) override { (Place<i, A>::argument.prepare(arena), ...); }
+
+    void run(Outcome& outcome) override
     {
-        if constexpr (std::is_reference_v<T>)
-            bytes.insert(bytes.end(), reinterpret_cast<const std::uint8_t*>(&value),
-                         reinterpret_cast<const std::uint8_t*>(&value + 1));
+        (appendReference<A>(outcome.before, Place<i, A>::argument.value()), ...);
+        if constexpr (std::is_void_v<Result>)
+            function_(Place<i, A>::argument.value()...);
+        else
+            appendReference<const Result&>(outcome.value, function_(Place<i, A>::argument.value()...));
+        (appendReference<A>(outcome.results, Place<i, A>::argument.value()), ...);
+    }
+
+    Same where(Same (*same)(A...)) { return same(Place<i, A>::argument.value()...); }
+
+private:
+    Result (*function_)(A...);
+};
+
+// The forms that operations have.
+template <class Signature>
+struct Form;
+
+template <class Result, class... A>
+struct Form<Result(A...)> {
+    using Where = Same(A...);
+
+    static Call choose(const Operation& operation, Input& input, Regions regions)
+    {
+        using Made = InvocationOf<std::index_sequence_for<A...>, Result, A...>;
+        Layout layout(input, regions);
+        const auto function = reinterpret_cast<Result (*)(A...)>(operation.function);
+        const std::shared_ptr<Made> made(new Made(input, layout, function));
+        std::vector<std::uint8_t> bytes(layout.size());
+        input.fill(bytes);
+        Same same = Same::everywhere;
+        if (operation.same) {
+            Arena arena(layout, bytes, false);
+            made->prepare(arena);
+            same = made->where(reinterpret_cast<Where*>(operation.same));
+        }
+        return {layout, bytes, same, std::is_same_v<Result, short>, made};
     }
 };
 
 // @param same  says for the arguments of a call where it must give the same pixels; else everywhere.
 template <class Signature>
 Operation operation(const char* name, Signature* function, Pending pending = Pending::stops,
-                    typename Chosen<Signature>::Where* same = nullptr)
+                    typename Form<Signature>::Where* same = nullptr)
 {
-    return {name, pending, Chosen<Signature>{function, same}};
+    return {name, pending, reinterpret_cast<Operation::Function>(function), reinterpret_cast<Operation::Function>(same),
+            Form<Signature>::choose};
 }
