@@ -163,7 +163,8 @@ private:
 
 /// An image of pixels of type T, and the region of all of them.
 ///
-/// Its own rows start at multiples of 64 bytes. Not copyable: regions refer to it by its address.
+/// Its own rows start at multiples of 64 bytes, and on Linux it asks for large pages where its storage covers any. Not
+/// copyable: regions refer to it by its address.
 template <class T>
 class ZImage : public ZROI<T> {
 public:
