@@ -19,12 +19,12 @@ struct Frames {
     Source src;
     Target dst;
     Stores stores;
+    bool same;
     const InterlaceWorkers& worker;
 
     const std::uint8_t* from(std::ptrdiff_t y) const { return src.data + y * src.pitch; }
     const std::uint8_t* next(std::ptrdiff_t y) const { return from(std::min(y, src.height - 1)); }
     std::uint8_t* to(std::ptrdiff_t y) const { return dst.data + y * dst.pitch; }
-    bool same() const { return inPlace(src, dst); }
 };
 
 // Does the work, which takes frames, unless there is no memory to keep overlapping regions apart (1303).
@@ -37,7 +37,9 @@ void withFrames(ZGenericROI* src, ZGenericROI* dst, Work work)
     Stores stores{};
     if (!preparePoints({&from, 1}, to, pixelSize, Joining::none, stores))
         return;
-    work(Frames{bytes(from.plane, pixelSize), bytes(to, pixelSize), stores, workers<InterlaceWorkers>()});
+    const Source in = bytes(from.plane, pixelSize);
+    const Target out = bytes(to, pixelSize);
+    work(Frames{in, out, stores, inPlace(in, out), workers<InterlaceWorkers>()});
     if (stores == Stores::streamed)
         endStreaming();
 }
@@ -60,7 +62,7 @@ void swapFields(const char* name, ZGenericROI* src, ZGenericROI* dst)
     if (frame.clear() && pointRegions(dst, src))
         withFrames(src, dst, [](const Frames& f) {
             for (std::ptrdiff_t y = 0; y + 1 < f.dst.height; y += 2)
-                if (f.same()) {
+                if (f.same) {
                     exchange(f.to(y), f.to(y + 1), f.dst.width);
                 } else {
                     f.worker.copy(f.from(y + 1), f.from(y), f.to(y), f.dst.width, f.stores);
@@ -110,21 +112,22 @@ private:
     std::size_t size_;
 };
 
-// Moves a row by `shift` bytes, fewer than it has if it is positive, and fills what is left free.
-void shiftRow(const Frames& f, std::ptrdiff_t y, std::ptrdiff_t shift, int pixelSize)
+// Moves every other row from y on by `shift` bytes, fewer than it has if it is positive, and fills what is left free.
+void shiftField(const Frames& f, std::ptrdiff_t y, std::ptrdiff_t shift, int pixelSize)
 {
-    const std::uint8_t* const from = f.from(y);
-    std::uint8_t* const to = f.to(y);
     const std::ptrdiff_t width = f.dst.width, moved = std::max(width - std::abs(shift), std::ptrdiff_t{0});
-    const std::uint8_t* const filling = shift > 0 ? from + pixelSize : from + width - pixelSize;
-    const Fill fill(filling, pixelSize);  // before it is overwritten
-    const std::uint8_t* const start = shift > 0 ? from : from + width - moved;
-    std::uint8_t* const begin = shift > 0 ? to + shift : to;
-    if (f.same())
-        std::memmove(begin, start, static_cast<std::size_t>(moved));
-    else
-        f.worker.copy(start, f.next(y + 2), begin, moved, f.stores);
-    fill(shift > 0 ? to : to + moved, width - moved);
+    const std::ptrdiff_t from = shift > 0 ? 0 : width - moved, to = shift > 0 ? shift : 0;
+    const std::ptrdiff_t filling = shift > 0 ? pixelSize : width - pixelSize, free = shift > 0 ? 0 : moved;
+    for (; y < f.dst.height; y += 2) {
+        const std::uint8_t* const in = f.from(y);
+        std::uint8_t* const out = f.to(y);
+        const Fill fill(in + filling, pixelSize);  // before it is overwritten
+        if (f.same)
+            std::memmove(out + to, in + from, static_cast<std::size_t>(moved));
+        else
+            f.worker.copy(in + from, f.next(y + 2) + from, out + to, moved, f.stores);
+        fill(out + free, width - moved);
+    }
 }
 
 // The pixels of one column of the region; for a column outside it those of its image's row, clamped to that.
@@ -162,8 +165,7 @@ void realign(const char* name, ZGenericROI* src, ZGenericROI* dst, int shift, un
         else
             withFrames(src, dst, [&](const Frames& f) {
                 const std::ptrdiff_t by = std::max<std::ptrdiff_t>(shift, -width) * pixelSize;
-                for (std::ptrdiff_t y = firstRow(field); y < f.dst.height; y += 2)
-                    shiftRow(f, y, by, pixelSize);
+                shiftField(f, firstRow(field), by, pixelSize);
             });
     }
     frame.finish();
