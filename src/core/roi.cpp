@@ -24,7 +24,7 @@ void preferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_
     const auto begin = reinterpret_cast<std::uintptr_t>(memory), end = (begin + bytes) / large * large;
     const std::uintptr_t first = (begin + large - 1) / large * large;
     if (first < end)
-        madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
+        madvise(static_cast<char*>(memory) + (first - begin), end - first, MADV_HUGEPAGE);
 #endif
 }
 
