@@ -6,34 +6,49 @@ namespace zkit::ZKIT_SET {
 namespace {
 
 // The sum of three neighbours in a row or a column, and with the one in the middle twice.
-inline Columns sum(const Columns& a, const Columns& b, const Columns& c) { return a + b + c; }
-inline Columns smoothed(const Columns& a, const Columns& b, const Columns& c) { return (a + b) + (b + c); }
+template <class Values>
+Values sum(const Values& a, const Values& b, const Values& c)
+{
+    return a + b + c;
+}
+
+template <class Values>
+Values smoothed(const Values& a, const Values& b, const Values& c)
+{
+    return (a + b) + (b + c);
+}
 
 // A row of pixels, seen with its neighbours to the left and right. What no formula of a filter asks for is never made.
+template <int step>
 struct Row {
-    Columns centre, slope;
-    Columns withLeft, withRight, three, smooth;
-    Columns peak4, peak5;  // what the pixels stand out, so many times themselves
-    Columns nineTimes, tenTimes;
+    using Values = typename Neighbours<step>::Values;
 
-    template <int step>
+    Values centre, slope;
+    Values withLeft, withRight, three, smooth;
+    Values peak4, peak5;  // what the pixels stand out, so many times themselves
+    Values nineTimes, tenTimes;
+
     explicit Row(const Neighbours<step>& n)
-        : centre(n.here),
-          slope(n.rightColumns() - n.leftColumns()),
-          withLeft(n.leftColumns() + centre),
-          withRight(centre + n.rightColumns()),
+        : centre(n.centre()),
+          slope(n.slope()),
+          withLeft(n.withLeft()),
+          withRight(n.withRight()),
           three(n.template sum<1, 1>()),
           smooth(n.template sum<1, 2>()),
           peak4(n.template sum<-1, 4>()),
           peak5(n.template sum<-1, 5>()),
-          nineTimes(weighted(9, n.here)),
-          tenTimes(weighted(10, n.here))
+          nineTimes(n.times(9)),
+          tenTimes(n.times(10))
     {
     }
 };
 
 // Signed values as bytes: their magnitude, at most 255.
-inline Bytes asMagnitudes(const Columns& a) { return saturated(magnitude(a)); }
+template <class Values>
+Bytes asMagnitudes(const Values& a)
+{
+    return saturated(magnitude(a));
+}
 
 // Values divided by 2^count, truncated, as bytes, which they must fit.
 inline Bytes asQuotients(const Columns& a, int count)
@@ -41,75 +56,104 @@ inline Bytes asQuotients(const Columns& a, int count)
     return Bytes{(shiftRight(a.even, count) | (shiftLeft(a.odd, 8 - count) & broadcastWord(0xFF00))).r};
 }
 
-inline Bytes highpass1(const Row& above, const Row& here, const Row& below)
+inline Bytes asQuotients(TwoWords a, int count)
+{
+    return narrow({shiftRight(a.low, count), shiftRight(a.high, count)});
+}
+
+// Sums of nine bytes divided by 9, truncated.
+inline Bytes asNinths(const Columns& a)
+{
+    const Words ninth = broadcastWord(65536 / 9 + 1);
+    return interleave(multiplyHigh(a.even, ninth), multiplyHigh(a.odd, ninth));
+}
+
+inline Bytes asNinths(TwoWords a)
+{
+    const Words ninth = broadcastWord(65536 / 9 + 1);
+    return narrow({multiplyHigh(a.low, ninth), multiplyHigh(a.high, ninth)});
+}
+
+template <int step>
+Bytes highpass1(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
     return asMagnitudes(here.peak5 - above.centre - below.centre);
 }
 
-inline Bytes highpass2(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes highpass2(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
     return asMagnitudes(here.tenTimes - sum(above.three, here.three, below.three));
 }
 
-inline Bytes laplacian4(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes laplacian4(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
     return asMagnitudes(here.peak4 - above.centre - below.centre);
 }
 
-inline Bytes laplacian8(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes laplacian8(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
     return asMagnitudes(here.nineTimes - sum(above.three, here.three, below.three));
 }
 
-inline Bytes lowpass1(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes lowpass1(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
-    const Columns half(broadcastWord(8), broadcastWord(8));
+    const typename Row<step>::Values half{broadcastWord(8), broadcastWord(8)};
     return asQuotients(smoothed(above.smooth, here.smooth, below.smooth) + half, 4);
 }
 
-inline Bytes lowpass2(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes lowpass2(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
     return asQuotients(sum(above.three, here.three, below.three) - here.centre, 3);
 }
 
-inline Bytes lowpass3(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes lowpass3(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
-    const Columns nine = sum(above.three, here.three, below.three);
-    const Words ninth = broadcastWord(65536 / 9 + 1);  // truncates sums of nine bytes
-    return interleave(multiplyHigh(nine.even, ninth), multiplyHigh(nine.odd, ninth));
+    return asNinths(sum(above.three, here.three, below.three));
 }
 
-inline Bytes sobelX(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes sobelX(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
     return asMagnitudes(smoothed(above.slope, here.slope, below.slope));
 }
 
-inline Bytes sobelY(const Row& above, const Row&, const Row& below)
+template <int step>
+Bytes sobelY(const Row<step>& above, const Row<step>&, const Row<step>& below)
 {
     return asMagnitudes(below.smooth - above.smooth);
 }
 
 // |x| + |y| is the larger one of |x + y| and |x - y|, in which the pixels of two corners cancel out: half of it will
 // do.
-inline Bytes sobelXY(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes sobelXY(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
-    const Columns falling = here.slope + below.withRight - above.withLeft;
-    const Columns rising = here.slope + above.withRight - below.withLeft;
+    const auto falling = here.slope + below.withRight - above.withLeft;
+    const auto rising = here.slope + above.withRight - below.withLeft;
     const Bytes half = saturated(max(magnitude(falling), magnitude(rising)));
     return addSaturated(half, half);
 }
 
-inline Bytes prewittX(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes prewittX(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
     return asMagnitudes(sum(above.slope, here.slope, below.slope));
 }
 
-inline Bytes prewittY(const Row& above, const Row&, const Row& below)
+template <int step>
+Bytes prewittY(const Row<step>& above, const Row<step>&, const Row<step>& below)
 {
     return asMagnitudes(below.three - above.three);
 }
 
-inline Bytes prewittXY(const Row& above, const Row& here, const Row& below)
+template <int step>
+Bytes prewittXY(const Row<step>& above, const Row<step>& here, const Row<step>& below)
 {
     return saturated(magnitude(sum(above.slope, here.slope, below.slope)) + magnitude(below.three - above.three));
 }
@@ -149,19 +193,19 @@ inline Bytes roberts(const ByteRow&, const ByteRow& row, const ByteRow& below)
 }
 
 constexpr PredefinedWorkers table = {
-    .highpass1 = filterBand<highpass1>,
-    .highpass2 = filterBand<highpass2>,
-    .lowpass1 = filterBand<lowpass1>,
-    .lowpass2 = filterBand<lowpass2>,
-    .lowpass3 = filterBand<lowpass3>,
-    .sobelX = filterBand<sobelX>,
-    .sobelY = filterBand<sobelY>,
-    .sobelXY = filterBand<sobelXY>,
-    .prewittX = filterBand<prewittX>,
-    .prewittY = filterBand<prewittY>,
-    .prewittXY = filterBand<prewittXY>,
-    .laplacian4 = filterBand<laplacian4>,
-    .laplacian8 = filterBand<laplacian8>,
+    .highpass1 = filterBand<highpass1<1>, highpass1<3>>,
+    .highpass2 = filterBand<highpass2<1>, highpass2<3>>,
+    .lowpass1 = filterBand<lowpass1<1>, lowpass1<3>>,
+    .lowpass2 = filterBand<lowpass2<1>, lowpass2<3>>,
+    .lowpass3 = filterBand<lowpass3<1>, lowpass3<3>>,
+    .sobelX = filterBand<sobelX<1>, sobelX<3>>,
+    .sobelY = filterBand<sobelY<1>, sobelY<3>>,
+    .sobelXY = filterBand<sobelXY<1>, sobelXY<3>>,
+    .prewittX = filterBand<prewittX<1>, prewittX<3>>,
+    .prewittY = filterBand<prewittY<1>, prewittY<3>>,
+    .prewittXY = filterBand<prewittXY<1>, prewittXY<3>>,
+    .laplacian4 = filterBand<laplacian4<1>, laplacian4<3>>,
+    .laplacian8 = filterBand<laplacian8<1>, laplacian8<3>>,
     .lowpass1X = filterBand<lowpass1X>,
     .lowpass1Y = filterBand<lowpass1Y>,
     .roberts = filterBand<roberts>,

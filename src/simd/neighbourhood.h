@@ -8,6 +8,8 @@
 
 #include "simd/vector.h"
 
+#include <type_traits>
+
 namespace zkit::ZKIT_SET {
 namespace {
 
@@ -24,16 +26,26 @@ inline Columns operator-(const Columns& a, const Columns& b) { return {a.even - 
 inline Columns max(const Columns& a, const Columns& b) { return {maxSigned(a.even, b.even), maxSigned(a.odd, b.odd)}; }
 inline Columns magnitude(const Columns& a) { return {magnitude(a.even), magnitude(a.odd)}; }
 
-// So many times the even byte of each word and so many times the odd one.
-inline Words weighted(Bytes pixels, int even, int odd)
+// The same in the order that is made of pairs of pixels and goes back to bytes with fewer steps.
+inline TwoWords operator+(TwoWords a, TwoWords b) { return {a.low + b.low, a.high + b.high}; }
+inline TwoWords operator-(TwoWords a, TwoWords b) { return {a.low - b.low, a.high - b.high}; }
+inline TwoWords max(TwoWords a, TwoWords b) { return {maxSigned(a.low, b.low), maxSigned(a.high, b.high)}; }
+inline TwoWords magnitude(TwoWords a) { return {magnitude(a.low), magnitude(a.high)}; }
+
+// So many times the first byte of each word and so many times the second one.
+inline Words weighted(Words pairs, int first, int second)
 {
-    return multiplyAddBytes(Words{pixels.r}, broadcastWord((even & 0xFF) | (odd & 0xFF) << 8));
+    return multiplyAddBytes(pairs, broadcastWord((first & 0xFF) | (second & 0xFF) << 8));
 }
 
-inline Columns weighted(int factor, Bytes pixels) { return {weighted(pixels, factor, 0), weighted(pixels, 0, factor)}; }
+inline TwoWords weighted(TwoWords pairs, int first, int second)
+{
+    return {weighted(pairs.low, first, second), weighted(pairs.high, first, second)};
+}
 
 // Signed values as bytes, with saturation to 0..255.
 inline Bytes saturated(const Columns& a) { return interleaveSaturated(a.even, a.odd); }
+inline Bytes saturated(TwoWords a) { return narrow(a); }
 
 // A vector of pixels and those `step` bytes to the left and right of them.
 template <int step>
@@ -44,16 +56,61 @@ struct Neighbours {
     Columns leftColumns() const { return step == 1 ? Columns(evenBytes(left), evenBytes(here)) : Columns(left); }
     Columns rightColumns() const { return step == 1 ? Columns(oddBytes(here), oddBytes(right)) : Columns(right); }
 
-    // `centre` times the pixels and `side` (1 or -1) times both neighbours.
-    template <int side, int centre>
-    Columns sum() const
+    // What is made of the three, as columns where neighbours are 1 byte away.
+    using Values = std::conditional_t<step == 1, Columns, TwoWords>;
+
+    Values centre() const
     {
-        const auto add = [](Words a, Words b) { return side < 0 ? a - b : a + b; };
         if constexpr (step == 1)
-            return {add(weighted(here, centre, side), evenBytes(left)),
-                    add(weighted(here, side, centre), oddBytes(right))};
-        return {add(weighted(here, centre, 0), evenBytes(left) + evenBytes(right)),
-                add(weighted(here, 0, centre), oddBytes(left) + oddBytes(right))};
+            return Columns(here);
+        else
+            return widen(here);
+    }
+
+    Values times(int factor) const
+    {
+        if constexpr (step == 1)
+            return {weighted(Words{here.r}, factor, 0), weighted(Words{here.r}, 0, factor)};
+        else
+            return weighted(widen(here), factor, 0);
+    }
+
+    Values withLeft() const
+    {
+        if constexpr (step == 1)
+            return leftColumns() + centre();
+        else
+            return weighted(pairs(left, here), 1, 1);
+    }
+
+    Values withRight() const
+    {
+        if constexpr (step == 1)
+            return centre() + rightColumns();
+        else
+            return weighted(pairs(here, right), 1, 1);
+    }
+
+    Values slope() const
+    {
+        if constexpr (step == 1)
+            return rightColumns() - leftColumns();
+        else
+            return weighted(pairs(left, right), -1, 1);
+    }
+
+    // `factor` times the pixels and `side` (1 or -1) times both neighbours.
+    template <int side, int factor>
+    Values sum() const
+    {
+        if constexpr (step == 1) {
+            const auto add = [](Words a, Words b) { return side < 0 ? a - b : a + b; };
+            const Words pixels{here.r};
+            return {add(weighted(pixels, factor, side), evenBytes(left)),
+                    add(weighted(pixels, side, factor), oddBytes(right))};
+        } else {
+            return weighted(pairs(left, right), side, side) + (factor == 1 ? centre() : times(factor));
+        }
     }
 };
 
@@ -234,6 +291,16 @@ void filterBandWith(const Filter& filter, const std::uint8_t* const* rows, const
         filterRowsOf<Walk>(filter, rows, out, Outside<1>(border));
     else
         filterRowsOf<Walk>(filter, rows, out, Outside<3>(border));
+}
+
+// A worker of type FilterBand, of filters for grey and for colour.
+template <auto grey, auto colour>
+void filterBand(const std::uint8_t* const* rows, const Target& out, const Border& border)
+{
+    if (border.step == 1)
+        filterRowsOf<DownTheBand>(Formula<grey>{}, rows, out, Outside<1>(border));
+    else
+        filterRowsOf<DownTheBand>(Formula<colour>{}, rows, out, Outside<3>(border));
 }
 
 // A worker of type FilterBand.
