@@ -42,9 +42,11 @@ TEST(ConvolutionWorkers, fixed_point)
                 const bool alike = kernel.sidesAlike && k > half;
                 const int low = alike ? static_cast<std::int16_t>(counterpart) : random(-32768, 32767);
                 const int most = exact ? 16383 : 32767;
-                const int high = alike         ? (counterpart - low) >> 16
-                                 : kernel.wide ? random(kernel.negative ? -most : 1, most) >> random(0, 15)
-                                               : 0;
+                int high = alike ? (counterpart - low) >> 16 : 0;
+                if (!alike && kernel.wide)
+                    high = random(kernel.negative ? -most : 0, most) >> random(0, 15);
+                if (kernel.wide && !kernel.negative)
+                    high = std::max(high, 1);  // keeps the coefficient positive whatever its lower half
                 kernel.coefficients[r * size + k] =
                     static_cast<std::int32_t>((static_cast<unsigned>(high) << 16) + static_cast<unsigned>(low));
                 for (const int parity : {0, 1}) {
