@@ -75,59 +75,43 @@ void swapFields(const char* name, ZGenericROI* src, ZGenericROI* dst)
 // The first of the rows that are rewritten, every other one.
 std::ptrdiff_t firstRow(unsigned int field) { return ~field & 1U; }
 
+// Every other row from `first` on.
+template <class Plane>
+Plane everyOther(const Plane& frame, std::ptrdiff_t first)
+{
+    return {frame.data + first * frame.pitch, 2 * frame.pitch, frame.width, (frame.height - first + 1) / 2};
+}
+
 void rebuild(const char* name, ZGenericROI* src, ZGenericROI* dst, unsigned int field)
 {
     const CallFrame frame(name);
     if (frame.clear() && pointRegions(dst, src))
         withFrames(src, dst, [field](const Frames& f) {
-            const std::ptrdiff_t last = f.dst.height - 1;
-            for (std::ptrdiff_t y = firstRow(field); y <= last; y += 2) {
-                const std::ptrdiff_t above = y > 0 ? y - 1 : std::min(y + 1, last);
-                const std::ptrdiff_t below = y < last ? y + 1 : std::max(y - 1, std::ptrdiff_t{0});
-                f.worker.mean(f.from(above), f.from(below), f.next(y + 3), f.to(y), f.dst.width, f.stores);
+            const std::ptrdiff_t first = firstRow(field), last = f.dst.height - 1;
+            const auto repeat = [&f](std::ptrdiff_t from, std::ptrdiff_t y) {
+                f.worker.copy(f.from(from), f.from(from), f.to(y), f.dst.width, f.stores);
+            };
+            if (first == 0 && last >= 0)
+                repeat(std::min(last, std::ptrdiff_t{1}), 0);
+            if (const std::ptrdiff_t y = first == 0 ? 2 : 1; y < last) {
+                const Source around = everyOther(f.src, y - 1);
+                Target between = everyOther(f.dst, y);
+                between.height = around.height - 1;
+                f.worker.mean(around, between, f.stores);
             }
+            if (last > 0 && (last - first) % 2 == 0)
+                repeat(last - 1, last);
         });
     frame.finish();
 }
 
-// One pixel again and again.
-class Fill {
-public:
-    Fill(const std::uint8_t* pixel, int size)
-        : pixel_{pixel[0], pixel[size / 2], pixel[size - 1]}, size_(static_cast<std::size_t>(size))
-    {
-    }
-
-    void operator()(std::uint8_t* dst, std::ptrdiff_t count) const
-    {
-        if (size_ == 1)
-            std::memset(dst, pixel_[0], static_cast<std::size_t>(count));
-        else
-            for (std::uint8_t* const end = dst + count; dst < end; dst += size_)
-                std::memcpy(dst, pixel_, size_);
-    }
-
-private:
-    std::uint8_t pixel_[3];
-    std::size_t size_;
-};
-
-// Moves every other row from y on by `shift` bytes, fewer than it has if it is positive, and fills what is left free.
-void shiftField(const Frames& f, std::ptrdiff_t y, std::ptrdiff_t shift, int pixelSize)
+// Moves by `shift` bytes, fewer than a row has if it is positive.
+void shiftField(const Frames& f, std::ptrdiff_t first, std::ptrdiff_t shift, int pixelSize)
 {
     const std::ptrdiff_t width = f.dst.width, moved = std::max(width - std::abs(shift), std::ptrdiff_t{0});
-    const std::ptrdiff_t from = shift > 0 ? 0 : width - moved, to = shift > 0 ? shift : 0;
-    const std::ptrdiff_t filling = shift > 0 ? pixelSize : width - pixelSize, free = shift > 0 ? 0 : moved;
-    for (; y < f.dst.height; y += 2) {
-        const std::uint8_t* const in = f.from(y);
-        std::uint8_t* const out = f.to(y);
-        const Fill fill(in + filling, pixelSize);  // before it is overwritten
-        if (f.same)
-            std::memmove(out + to, in + from, static_cast<std::size_t>(moved));
-        else
-            f.worker.copy(in + from, f.next(y + 2) + from, out + to, moved, f.stores);
-        fill(out + free, width - moved);
-    }
+    const Shift by = shift > 0 ? Shift{0, shift, moved, pixelSize, pixelSize}
+                               : Shift{width - moved, 0, moved, width - pixelSize, pixelSize};
+    f.worker.shift(everyOther(f.src, first), everyOther(f.dst, first), by, f.stores);
 }
 
 // The pixels of one column of the region; for a column outside it those of its image's row, clamped to that.
@@ -146,12 +130,12 @@ Source column(const ZGenericROI* roi, std::ptrdiff_t x)
 }
 
 // Raises 1303 when there is no memory to keep overlapping regions apart.
-void fillFrom(Source column, const Target& dst, int pixelSize, unsigned int field)
+void fillFrom(Source column, const Target& dst, int pixelSize, std::ptrdiff_t first)
 {
     SeparateSource separate;
     if (separate.forNeighbours(column, dst))
-        for (std::ptrdiff_t y = firstRow(field); y < dst.height; y += 2)
-            Fill(column.data + y * column.pitch, pixelSize)(dst.data + y * dst.pitch, dst.width);
+        workers<InterlaceWorkers>().shift(everyOther(column, first), everyOther(dst, first), {0, 0, 0, 0, pixelSize},
+                                          Stores::cached);
 }
 
 void realign(const char* name, ZGenericROI* src, ZGenericROI* dst, int shift, unsigned int field)
@@ -161,7 +145,7 @@ void realign(const char* name, ZGenericROI* src, ZGenericROI* dst, int shift, un
         const std::ptrdiff_t width = dst->GetWidth();
         const int pixelSize = src->GetPixelSize();
         if (shift >= width)  // the pixel before the first one that would stay, and one to the right, which is intended
-            fillFrom(column(src, width - shift + 1), bytes(target(dst), pixelSize), pixelSize, field);
+            fillFrom(column(src, width - shift + 1), bytes(target(dst), pixelSize), pixelSize, firstRow(field));
         else
             withFrames(src, dst, [&](const Frames& f) {
                 const std::ptrdiff_t by = std::max<std::ptrdiff_t>(shift, -width) * pixelSize;

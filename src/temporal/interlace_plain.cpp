@@ -1,5 +1,7 @@
 #include "temporal/interlace_workers.h"
 
+#include <cstring>
+
 namespace zkit::plain {
 namespace {
 
@@ -9,11 +11,29 @@ void copy(const std::uint8_t* src, const std::uint8_t*, std::uint8_t* dst, std::
         dst[i] = src[i];
 }
 
-void mean(const std::uint8_t* above, const std::uint8_t* below, const std::uint8_t*, std::uint8_t* dst,
-          std::ptrdiff_t count, Stores)
+void shift(const Source& src, const Target& dst, const Shift& by, Stores)
 {
-    for (std::ptrdiff_t i = 0; i < count; ++i)
-        dst[i] = static_cast<std::uint8_t>((above[i] + below[i]) >> 1);
+    for (std::ptrdiff_t y = 0; y < dst.height; ++y) {
+        const std::uint8_t* const in = src.data + y * src.pitch;
+        std::uint8_t* const out = dst.data + y * dst.pitch;
+        std::uint8_t pixel[3];
+        std::memcpy(pixel, in + by.filling, static_cast<std::size_t>(by.pixelSize));
+        std::memmove(out + by.to, in + by.from, static_cast<std::size_t>(by.count));
+        std::uint8_t* const free = by.to > 0 ? out : out + by.count;
+        for (std::ptrdiff_t i = 0; i < dst.width - by.count; ++i)
+            free[i] = pixel[i % by.pixelSize];
+    }
+}
+
+void mean(const Source& src, const Target& dst, Stores)
+{
+    for (std::ptrdiff_t y = 0; y < dst.height; ++y) {
+        const std::uint8_t *const above = src.data + y * src.pitch, *const below = above + src.pitch;
+        std::uint8_t* const out = dst.data + y * dst.pitch;
+        const std::ptrdiff_t width = dst.width;
+        for (std::ptrdiff_t i = 0; i < width; ++i)
+            out[i] = static_cast<std::uint8_t>((above[i] + below[i]) >> 1);
+    }
 }
 
 std::uint32_t squares(const std::uint8_t* a, const std::uint8_t* b, std::ptrdiff_t count)
@@ -44,4 +64,4 @@ std::ptrdiff_t match(const std::uint8_t* a, const std::uint8_t* b, std::ptrdiff_
 }  // namespace
 }  // namespace zkit::plain
 
-const zkit::InterlaceWorkers zkit::InterlaceWorkers::plain = {plain::copy, plain::mean, plain::match};
+const zkit::InterlaceWorkers zkit::InterlaceWorkers::plain = {plain::copy, plain::shift, plain::mean, plain::match};

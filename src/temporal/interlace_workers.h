@@ -1,5 +1,4 @@
-// Rows of interlaced frames, `count` bytes of them. `next` is the row that will be read next, and as long: it may be
-// fetched from memory in the meantime.
+// Rows of interlaced frames, their widths counting bytes.
 #pragma once
 
 #include "simd/plane.h"
@@ -7,14 +6,26 @@
 
 namespace zkit {
 
+// How rows are moved: `count` bytes from byte `from` of the source to byte `to`. What is left free, before them if `to`
+// is above 0 and else behind them, takes again and again the pixel that begins with byte `filling` of the source.
+struct Shift {
+    std::ptrdiff_t from, to, count;
+    std::ptrdiff_t filling;
+    int pixelSize;
+};
+
 struct InterlaceWorkers {
-    // dst = src; they are apart.
+    // dst = src; they are the same or apart, always apart when dst is streamed to. `next` is the row that will be read
+    // next, and as long: it may be fetched from memory in the meantime.
     void (*copy)(const std::uint8_t* src, const std::uint8_t* next, std::uint8_t* dst, std::ptrdiff_t count,
                  Stores stores);
 
-    // dst = (above + below) / 2, truncated. dst is one of them or apart from them, always apart when it is streamed to.
-    void (*mean)(const std::uint8_t* above, const std::uint8_t* below, const std::uint8_t* next, std::uint8_t* dst,
-                 std::ptrdiff_t count, Stores stores);
+    // Every row of dst from that of src at its place. They are the same or apart, always apart when dst is streamed to.
+    void (*shift)(const Source& src, const Target& dst, const Shift& by, Stores stores);
+
+    // Every row of dst from the row of src at its place and the next one, of which src has one more: (a + b) / 2,
+    // truncated. They are apart.
+    void (*mean)(const Source& src, const Target& dst, Stores stores);
 
     // That k from 0 to candidates - 1 with the smallest sum of (a[i] - b[i - k step])^2, modulo 2^32, the first of
     // equal ones; -1 when all sums are 2^32 - 1.

@@ -8,23 +8,43 @@ using namespace zkit;
 
 namespace {
 
+// A move that leaves some pixels, all or none, or that fills whole rows with one.
+Shift someShift(Random& random, int width)
+{
+    const int size = width % 3 == 0 && random(0, 1) ? 3 : 1,
+              free = random(0, 3) ? random(0, width / size) * size : size;
+    return random(0, 1) && free < width ? Shift{0, free, width - free, size, size}
+                                        : Shift{free, 0, width - free, random(0, 1) ? width - size : 0, size};
+}
+
 TEST(TemporalWorkers, interlaced_rows)
 {
     forAwkwardRowsOfSets<InterlaceWorkers>([](const auto& set, Random& random, Pixels::Kind kind, int width) {
-        const Pixels a(random, kind, width, 1), b(random, kind, width, 1);
+        const int rows = random(0, 6);
+        const Pixels a(random, kind, width, rows + 1), before(random, Pixels::noise, width, rows + 1);
+        const Shift by = width > 0 ? someShift(random, width) : Shift{};
+        const auto expectSame = [&](auto operation) {
+            Pixels plain(before), packed(before);
+            operation(InterlaceWorkers::plain, Target{plain.row(), before.source().pitch, width, rows});
+            operation(*set.workers, Target{packed.row(), before.source().pitch, width, rows});
+            EXPECT_EQ(packed.all(), plain.all()) << rows << " rows, " << by.count << " bytes from " << by.from << " to "
+                                                 << by.to << ", pixels of " << by.pixelSize;
+        };
         for (const Stores stores : {Stores::cached, Stores::streamed}) {
-            Pixels plain(random, Pixels::noise, width, 1), packed(plain);
-            InterlaceWorkers::plain.mean(a.row(), b.row(), a.row(), plain.row(), width, stores);
-            set.workers->mean(a.row(), b.row(), a.row(), packed.row(), width, stores);
-            EXPECT_EQ(packed.all(), plain.all());
-            InterlaceWorkers::plain.copy(a.row(), b.row(), plain.row(), width, stores);
-            set.workers->copy(a.row(), b.row(), packed.row(), width, stores);
-            EXPECT_EQ(packed.all(), plain.all());
+            expectSame([&](auto& workers, Target dst) { workers.mean(a.source(), dst, stores); });
+            expectSame([&](auto& workers, Target dst) { workers.copy(a.row(), a.row(), dst.data, width, stores); });
+            if (width > 0)
+                expectSame([&](auto& workers, Target dst) { workers.shift(a.source(), dst, by, stores); });
         }
+        if (width > 0)
+            expectSame([&](auto& workers, Target dst) {
+                workers.shift({dst.data, dst.pitch, width, rows}, dst, by, Stores::cached);
+            });
+        const Pixels row(random, kind, width, 1);
         const int step = random(0, 2) ? 1 : 3, candidates = random(1, 40), more = (candidates - 1) * step;
         const Pixels other(random, kind, width + more, 1);
-        EXPECT_EQ(set.workers->match(a.row(), other.row() + more, width, step, candidates),
-                  InterlaceWorkers::plain.match(a.row(), other.row() + more, width, step, candidates))
+        EXPECT_EQ(set.workers->match(row.row(), other.row() + more, width, step, candidates),
+                  InterlaceWorkers::plain.match(row.row(), other.row() + more, width, step, candidates))
             << candidates << " candidates by " << step;
     });
 }
