@@ -1,5 +1,6 @@
 // Convolution in fixed point: kernels to integers, and the walk over pairs of rows.
 #include "filter/convolution.h"
+#include "filter/pairs_of_rows.h"
 #include "filter/two_rows.h"
 #include "frame/numbers.h"
 #include "frame/overlap.h"
@@ -96,15 +97,6 @@ int octantIndex(int size, int row, int column)
     return std::min(fromTop, fromLeft) * size + std::max(fromTop, fromLeft);
 }
 
-// Border: pixels outside count as the nearest ones inside.
-void repeatEnds(std::uint32_t* entries, std::ptrdiff_t count, std::ptrdiff_t beside, int step)
-{
-    for (std::ptrdiff_t x = 0; x < beside; ++x) {
-        entries[-1 - x] = entries[step - 1 - x % step];
-        entries[count + x] = entries[count - step + x % step];
-    }
-}
-
 }  // namespace
 
 FixedKernel fixedKernel(const ZKernel& kernel)
@@ -139,35 +131,21 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
                           [&](const std::uint8_t* const* rows, const Target& out, const Border& border) {
                               worker.band(rows, out, border.step, kernel);
                           });
-    constexpr int mostPairs = (FixedKernel::largest + 1) / 2;
-    const int half = kernel.size / 2, pairs = half + 1;
-    const std::ptrdiff_t beside = std::ptrdiff_t{half} * step;
     SeparateSource separate;
-    WorkRows<std::uint32_t> entries;
-    if (!(inPlace(src, dst) || separate.forNeighbours(src, dst)) || !entries.make(pairs, beside, src.width, beside, 0))
+    PairsOfRows pairs(kernel.size, step, src.width);
+    if (!(inPlace(src, dst) || separate.forNeighbours(src, dst)) || !pairs.make(0))
         return false;
 
+    // Pixels outside count as the nearest ones inside.
     const auto sourceRow = [&](std::ptrdiff_t y) {
         return src.data + std::clamp<std::ptrdiff_t>(y, 0, src.height - 1) * src.pitch;
     };
-    const std::uint32_t* around[mostPairs];
-    std::ptrdiff_t made = 0;  // pair i consists of rows 2 i - half and 2 i - half + 1
-    const auto prepare = [&](std::ptrdiff_t y) {
-        for (; made < y / 2 + pairs; ++made) {
-            std::uint32_t* const out = entries.row(made % pairs);
-            worker.pair(sourceRow(2 * made - half), sourceRow(2 * made - half + 1), out, src.width);
-            repeatEnds(out, src.width, beside, step);
-        }
-        for (int p = 0; p < pairs; ++p)
-            around[p] = entries.row((y / 2 + p) % pairs);
-    };
+    const auto repeatEnds = [&](std::uint32_t* entries) { pairs.repeatEnds(entries); };
+    const auto prepare = [&](std::ptrdiff_t y) { pairs.prepare(y, sourceRow, repeatEnds); };
     const auto filter = [&](std::ptrdiff_t x, std::ptrdiff_t count, std::uint8_t* upper, std::uint8_t* lower, bool) {
-        const std::uint32_t* from[mostPairs];
-        for (int p = 0; p < pairs; ++p)
-            from[p] = around[p] + x;
-        worker.rows(from, upper + x, lower + x, count, step, kernel);
+        worker.rows(pairs.from(x), upper + x, lower + x, count, step, kernel);
     };
-    return walkTwoRows(src, dst, step, half, false, prepare, filter);
+    return walkTwoRows(src, dst, step, kernel.size / 2, false, prepare, filter);
 }
 
 }  // namespace zkit

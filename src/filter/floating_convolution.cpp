@@ -1,6 +1,7 @@
 // Convolution in double precision: the walk over rows, and the border of 3 x 3 kernels.
 #include "filter/convolution.h"
 #include "filter/floating_convolution_workers.h"
+#include "filter/pairs_of_rows.h"
 #include "filter/two_rows.h"
 #include "frame/overlap.h"
 #include "simd/choice.h"
@@ -81,36 +82,21 @@ bool makeExact(const FloatingKernel& from, FixedKernel& kernel)
 bool convolveExact(const Source& src, const Target& dst, int step, const FixedKernel& kernel, const FixedKernel& border,
                    std::uint8_t outsideValue)
 {
-    constexpr int mostPairs = (FixedKernel::largest + 1) / 2;
-    const int half = kernel.size / 2, pairs = half + 1;
-    const std::ptrdiff_t beside = std::ptrdiff_t{half} * step;
-    WorkRows<std::uint32_t> entries;
+    PairsOfRows pairs(kernel.size, step, src.width);
     WorkRows<std::uint8_t> outside;
-    if (!entries.make(pairs, beside, src.width, beside, outsideValue * 0x10001U) ||
-        !outside.make(1, 0, src.width, 0, outsideValue))
+    if (!pairs.make(outsideValue * 0x10001U) || !outside.make(1, 0, src.width, 0, outsideValue))
         return false;
 
     const auto& worker = workers<FixedConvolutionWorkers>();
     const auto sourceRow = [&](std::ptrdiff_t y) {
         return y >= 0 && y < src.height ? src.data + y * src.pitch : outside.row(0);
     };
-    const std::uint32_t* around[mostPairs];
-    std::ptrdiff_t made = 0;  // pair i consists of rows 2 i - half and 2 i - half + 1
-    const auto prepare = [&](std::ptrdiff_t y) {
-        for (; made < y / 2 + pairs; ++made)
-            worker.pair(sourceRow(2 * made - half), sourceRow(2 * made - half + 1), entries.row(made % pairs),
-                        src.width);
-        for (int p = 0; p < pairs; ++p)
-            around[p] = entries.row((y / 2 + p) % pairs);
-    };
+    const auto prepare = [&](std::ptrdiff_t y) { pairs.prepare(y, sourceRow, [](std::uint32_t*) {}); };
     const auto filter = [&](std::ptrdiff_t x, std::ptrdiff_t count, std::uint8_t* upper, std::uint8_t* lower,
                             bool withBorder) {
-        const std::uint32_t* from[mostPairs];
-        for (int p = 0; p < pairs; ++p)
-            from[p] = around[p] + x;
-        worker.exactRows(from, upper + x, lower + x, count, step, withBorder ? border : kernel);
+        worker.exactRows(pairs.from(x), upper + x, lower + x, count, step, withBorder ? border : kernel);
     };
-    return walkTwoRows(src, dst, step, half, kernel.size == 3, prepare, filter);
+    return walkTwoRows(src, dst, step, kernel.size / 2, kernel.size == 3, prepare, filter);
 }
 
 }  // namespace
