@@ -4,8 +4,6 @@
 #include "zkit/img/contour.h"
 
 #include <climits>
-#include <cmath>
-#include <thread>
 
 namespace {
 
@@ -218,35 +216,6 @@ TEST_F(ContourTest, refused)
                          static_cast<ZVector*>(nullptr)),
               1601);
     EXPECT_FAILURE(1601, "ImgContour (ZVector)");
-}
-
-// Discs of different sizes and senses, each thread with errors of its own.
-TEST_F(ContourTest, threads_do_not_disturb_each_other)
-{
-    std::vector<std::thread> threads;
-    std::vector<int> faults(8);
-    for (int t = 0; t < 8; ++t)
-        threads.emplace_back([t, &fault = faults[static_cast<std::size_t>(t)]] {
-            const ZThreadErrorScope errors;
-            const int radius = 10 + 3 * t, size = 2 * radius + t;  // cut off by two edges for a small t
-            ZImage<ZBW8> image(size, size);
-            for (int y = 0; y < size; ++y)
-                for (int x = 0; x < size; ++x)
-                    image.SetPixel(std::hypot(x - radius - 1, y - radius - 1) < radius ? 200 : 0, x, y);
-            const auto sense = t % 2 ? CONTOUR_THRESHOLD_ABOVE : CONTOUR_THRESHOLD_BELOW;
-            for (int round = 0; round < 60; ++round) {
-                const auto mode = static_cast<CONTOUR_MODE>((t + round) % 6);
-                const auto connexity = static_cast<CONNEXITY>(round % 2);
-                const int x = t % 2 ? radius + 1 : 0, y = t % 2 ? 2 : 0;
-                const ContourModel model(image, mode, x, y, sense, 100, connexity, false);
-                ZPathVector path;
-                ImgContour(&image, mode, x, y, sense, 100, connexity, &path);
-                fault += takeFailure().code != model.code || path.GetNumElements() != model.steps.size();
-            }
-        });
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(faults, std::vector<int>(8));
 }
 
 }  // namespace

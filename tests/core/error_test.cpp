@@ -1,10 +1,7 @@
 #include "support/errors.h"
-#include "support/images.h"
-#include "zkit/img/analysis.h"
 
 #include <set>
 #include <string>
-#include <thread>
 
 namespace {
 
@@ -74,54 +71,6 @@ TEST_F(ErrorTest, scopes_nest_and_leave_the_state_around_them_alone)
         EXPECT_EQ(ZGetTraceCount(), 0);
     }
     EXPECT_FAILURE(1009, "shared");
-}
-
-// One thread fails all the time, the other one never, and neither sees the other.
-TEST_F(ErrorTest, threads_with_scopes_do_not_touch_each_other)
-{
-    ZImage<ZBW8> image(64, 64);
-    std::thread failing([] {
-        const ZThreadErrorScope scope;
-        ZROI<ZBW8> nowhere;
-        for (int i = 0; i < 2000; ++i) {
-            float average = 0;
-            ASSERT_EQ(ImgPixelAverage(&nowhere, average), 1400);
-            ASSERT_EQ(trail(), (Trail{"ImgPixelAverage (BW8)"}));
-            ZClearError();
-        }
-    });
-    std::thread succeeding([&image] {
-        const ZThreadErrorScope scope;
-        for (int i = 0; i < 2000; ++i) {
-            float average = 0;
-            ASSERT_EQ(ImgPixelAverage(&image, average), Z_OK);
-            ASSERT_EQ(ZGetTraceCount(), 0);
-        }
-    });
-    failing.join();
-    succeeding.join();
-    EXPECT_EQ(ZGetError(), Z_OK);
-    EXPECT_EQ(ZGetTraceCount(), 0);
-}
-
-// Without scopes the state is shared: what is seen is anybody's, but touching it is no data race.
-TEST_F(ErrorTest, threads_without_scopes_share_one_state_safely)
-{
-    const auto hammer = [] {
-        ZROI<ZBW8> nowhere;
-        for (int i = 0; i < 1000; ++i) {
-            unsigned char min = 0;
-            ImgPixelMin(&nowhere, min);
-            const std::string newest = ZGetTrace(ZGetTraceCount() - 1);
-            EXPECT_TRUE(newest.empty() || newest == "ImgPixelMin");
-            if (i % 8 == 0)
-                ZClearError();
-        }
-    };
-    std::thread first(hammer), second(hammer);
-    first.join();
-    second.join();
-    ZClearError();
 }
 
 }  // namespace

@@ -214,6 +214,6 @@ public:
     }
 
 private:
-    inline static ZBW8 callsSoFar;
+    inline static thread_local ZBW8 callsSoFar;
     int choice_;
 };

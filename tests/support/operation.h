@@ -23,6 +23,8 @@ struct Outcome {
     std::vector<std::string> trail;
     std::vector<std::uint8_t> before, results;  // of references
     std::vector<std::uint8_t> value, bytes;     // that is returned, and of the regions' buffer
+
+    bool operator==(const Outcome&) const = default;
 };
 
 // An operation with its arguments.
