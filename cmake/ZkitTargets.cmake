@@ -13,12 +13,20 @@ function(zkit_compile target)
   endif()
 endfunction()
 
+# Code in which fuzzers, if any are built, look for new paths.
+function(zkit_compile_for_fuzzers target)
+  if(ZKIT_BUILD_FUZZERS)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
+endfunction()
+
 # A piece of the libraries: hidden unless exported, fit for a shared library.
 function(zkit_compile_for_library target)
   zkit_compile(${target})
   set_target_properties(${target} PROPERTIES
     POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+  zkit_compile_for_fuzzers(${target})
   if(NOT BUILD_SHARED_LIBS)
     target_compile_definitions(${target} PRIVATE ZKIT_STATIC)
   endif()
