@@ -5,6 +5,7 @@
 #include "zkit/core/roi.h"
 
 #include <cstdint>
+#include <cstring>
 #include <random>
 #include <vector>
 
@@ -58,6 +59,15 @@ std::vector<std::uint8_t> bytesOf(const ZROI<T>& region)
         all.insert(all.end(), row, row + rowBytes);
     }
     return all;
+}
+
+// Copies the pixels of a region.
+template <class T>
+void copyPixels(const ZROI<T>& from, ZROI<T>& to)
+{
+    const auto rowBytes = static_cast<std::size_t>(from.GetWidth() * from.GetPixelSize());
+    for (int y = 0; y < from.GetHeight(); ++y)
+        std::memcpy(to.GetPixelPtr(0, y), from.GetPixelPtr(0, y), rowBytes);
 }
 
 // Runs an action with the plain workers, then with the packed ones.

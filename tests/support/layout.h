@@ -32,7 +32,7 @@ public:
     // Most regions will be of one size.
     explicit Layout(Input& input, Regions kind = Regions::any)
         : kind_(kind),
-          width_((input.number(0, 70) + 8) % 71),
+          width_(input.oneIn(8) ? input.number(0, 300) : (input.number(0, 70) + 8) % 71),
           height_((input.number(0, 20) + 8) % 21),
           end_(input.number(0, 63))
     {

@@ -1,5 +1,5 @@
-#include "support/destination.h"
 #include "support/errors.h"
+#include "support/images.h"
 #include "zkit/img/temporal.h"
 
 #include <climits>
@@ -84,44 +84,6 @@ TEST_F(InterlaceTest, a_field_is_rebuilt)
     draw(dst, "33");
     ImgRebuildFrame(&image, &dst, 1);
     EXPECT_EQ(bytesOf(dst), (Bytes{1, 9}));
-}
-
-// Makes the rows black that an operation leaves alone: those from `first` on, every other one.
-void blacken(ZGenericROI* region, int first)
-{
-    const int rowBytes = region->GetWidth() * region->GetPixelSize();
-    for (int y = first; y < region->GetHeight(); y += 2)
-        std::memset(region->GetPixelPtr(0, y), 0, static_cast<std::size_t>(rowBytes));
-}
-
-TEST_F(InterlaceTest, the_place_of_the_regions_does_not_matter)
-{
-    const auto everywhere = [](auto pixel) {
-        using T = decltype(pixel);
-        expectSameEverywhere<T>(
-            [](auto src, auto dst) {
-                ImgSwapFrames(src, dst);
-                blacken(dst, dst->GetHeight() / 2 * 2);
-            },
-            40);
-        for (const int field : {0, 1}) {
-            expectSameEverywhere<T>(
-                [=](auto src, auto dst) {
-                    ImgRebuildFrame(src, dst, static_cast<unsigned>(field));
-                    blacken(dst, field);
-                },
-                40);
-            for (const int shift : {-400, -3, 0, 1, 2})
-                expectSameEverywhere<T>(
-                    [=](auto src, auto dst) {
-                        ImgRealignFrame(src, dst, std::min(shift, src->GetWidth() - 1), static_cast<unsigned>(field));
-                        blacken(dst, field);
-                    },
-                    20);
-        }
-    };
-    everywhere(ZBW8{});
-    everywhere(ZC24{});
 }
 
 template <class T>

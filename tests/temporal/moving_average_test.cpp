@@ -1,5 +1,5 @@
-#include "support/destination.h"
 #include "support/errors.h"
+#include "support/images.h"
 #include "zkit/img/temporal.h"
 
 #include <climits>
@@ -88,24 +88,6 @@ TEST_F(MovingAverageTest, any_period_and_both_ways_of_feeding)
                 EXPECT_EQ(bytesOf(dst), expected) << period << ' ' << image << " in place";
             }
         });
-}
-
-// The last mean of three images; those before go elsewhere.
-TEST_F(MovingAverageTest, the_place_of_the_regions_does_not_matter)
-{
-    expectSameEverywhere<ZBW8>(
-        [](auto src, auto dst) {
-            Random random(4);
-            const int width = src->GetWidth(), height = src->GetHeight();
-            ZMovingAverage average(3, width, height, 0);
-            ZImage<ZBW8> image(width, height), result(width, height);
-            for (int i = 0; i < 2; ++i) {
-                fill(image, random);
-                average.Average(&image, &result);
-            }
-            average.Average(src, dst);
-        },
-        60);
 }
 
 // An image of the ring that lies in a caller's buffer, over the destination.
