@@ -169,11 +169,7 @@ struct ByteRow {
 };
 
 // (a + 2 b + c) / 4, truncated: the truncated half of b and the truncated half of a + c.
-inline Bytes smoothed(Bytes a, Bytes b, Bytes c)
-{
-    const auto average = [](Bytes p, Bytes q) { return averageUp(p, q) - ((p ^ q) & broadcast(1)); };
-    return average(average(a, c), b);
-}
+inline Bytes smoothed(Bytes a, Bytes b, Bytes c) { return average(average(a, c), b); }
 
 inline Bytes distance(Bytes a, Bytes b) { return subtractSaturated(a, b) | subtractSaturated(b, a); }
 

@@ -18,13 +18,6 @@ Vector isNonzero(Vector a)
     return ~isZero(a);
 }
 
-// (a + b) / 2, truncated.
-template <class Vector>
-Vector average(Vector a, Vector b)
-{
-    return averageUp(a, b) - ((a ^ b) & filled(a, 1));
-}
-
 template <class Vector>
 Vector isGreaterOrEqual(Vector a, Vector b)
 {

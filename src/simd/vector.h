@@ -72,6 +72,13 @@ Vector select(Vector choice, Vector a, Vector b)
     return a ^ ((a ^ b) & choice);
 }
 
+// (a + b) / 2, truncated.
+template <class Vector>
+Vector average(Vector a, Vector b)
+{
+    return averageUp(a, b) - ((a ^ b) & filled(a, 1));
+}
+
 inline Bytes shiftRight(Bytes a, int count)
 {
     return Bytes{shiftRight(Words{a.r}, count).r} & broadcast(static_cast<std::uint8_t>(255 >> count));

@@ -148,8 +148,6 @@ void shift(const Source& src, const Target& dst, const Shift& by, Stores stores)
     }
 }
 
-Bytes meanOf(Bytes a, Bytes b) { return averageUp(a, b) - ((a ^ b) & broadcast(1)); }
-
 [[gnu::flatten]] void mean(const Source& src, const Target& dst, Stores stores)
 {
     const std::ptrdiff_t readPitch = src.pitch, pitch = dst.pitch, count = dst.width;
@@ -163,14 +161,14 @@ Bytes meanOf(Bytes a, Bytes b) { return averageUp(a, b) - ((a ^ b) & broadcast(1
             mapLines<2>({out, pitch, count, 2}, {here + next * readPitch, readPitch, out + next * pitch}, stores,
                         [=](auto at) {
                             const Bytes shared = at.bytes(here);
-                            return Column<2>{meanOf(at.bytes(above), shared), meanOf(shared, at.bytes(below))};
+                            return Column<2>{average(at.bytes(above), shared), average(shared, at.bytes(below))};
                         });
         }
     for (; left > 0; --left, in += readPitch, out += pitch) {
         const std::uint8_t *const above = in, *const below = in + readPitch;
         const std::ptrdiff_t next = left >= 2 ? 1 : 0;
         mapLines<1>({out, pitch, count, 1}, {below + next * readPitch, readPitch, out + next * pitch}, stores,
-                    [=](auto at) { return Column<1>{meanOf(at.bytes(above), at.bytes(below))}; });
+                    [=](auto at) { return Column<1>{average(at.bytes(above), at.bytes(below))}; });
     }
 }
 
