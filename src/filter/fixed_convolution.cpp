@@ -132,16 +132,14 @@ bool convolveFixed(Source src, const Target& dst, int step, const FixedKernel& k
                               worker.band(rows, out, border.step, kernel);
                           });
     SeparateSource separate;
-    PairsOfRows pairs(kernel.size, step, src.width);
-    if (!(inPlace(src, dst) || separate.forNeighbours(src, dst)) || !pairs.make(0))
+    PairsOfRows pairs(kernel.size, step, src.width, std::nullopt);
+    if (!(inPlace(src, dst) || separate.forNeighbours(src, dst)) || !pairs.make())
         return false;
 
-    // Pixels outside count as the nearest ones inside.
     const auto sourceRow = [&](std::ptrdiff_t y) {
         return src.data + std::clamp<std::ptrdiff_t>(y, 0, src.height - 1) * src.pitch;
     };
-    const auto repeatEnds = [&](std::uint32_t* entries) { pairs.repeatEnds(entries); };
-    const auto prepare = [&](std::ptrdiff_t y) { pairs.prepare(y, sourceRow, repeatEnds); };
+    const auto prepare = [&](std::ptrdiff_t y) { pairs.prepare(y, sourceRow); };
     const auto filter = [&](std::ptrdiff_t x, std::ptrdiff_t count, std::uint8_t* upper, std::uint8_t* lower, bool) {
         worker.rows(pairs.from(x), upper + x, lower + x, count, step, kernel);
     };

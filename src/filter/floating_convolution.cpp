@@ -82,16 +82,16 @@ bool makeExact(const FloatingKernel& from, FixedKernel& kernel)
 bool convolveExact(const Source& src, const Target& dst, int step, const FixedKernel& kernel, const FixedKernel& border,
                    std::uint8_t outsideValue)
 {
-    PairsOfRows pairs(kernel.size, step, src.width);
+    PairsOfRows pairs(kernel.size, step, src.width, outsideValue);
     WorkRows<std::uint8_t> outside;
-    if (!pairs.make(outsideValue * 0x10001U) || !outside.make(1, 0, src.width, 0, outsideValue))
+    if (!pairs.make() || !outside.make(1, 0, src.width, 0, outsideValue))
         return false;
 
     const auto& worker = workers<FixedConvolutionWorkers>();
     const auto sourceRow = [&](std::ptrdiff_t y) {
         return y >= 0 && y < src.height ? src.data + y * src.pitch : outside.row(0);
     };
-    const auto prepare = [&](std::ptrdiff_t y) { pairs.prepare(y, sourceRow, [](std::uint32_t*) {}); };
+    const auto prepare = [&](std::ptrdiff_t y) { pairs.prepare(y, sourceRow); };
     const auto filter = [&](std::ptrdiff_t x, std::ptrdiff_t count, std::uint8_t* upper, std::uint8_t* lower,
                             bool withBorder) {
         worker.exactRows(pairs.from(x), upper + x, lower + x, count, step, withBorder ? border : kernel);

@@ -5,29 +5,37 @@
 #include "filter/work_rows.h"
 #include "simd/choice.h"
 
+#include <optional>
+
 namespace zkit {
 
 // The pairs around two rows of results, for a kernel of `size` rows and columns. Each pair is made once.
 class PairsOfRows {
 public:
-    PairsOfRows(int size, int step, std::ptrdiff_t width)
-        : half_(size / 2), pairs_(size / 2 + 1), beside_(std::ptrdiff_t{half_} * step), step_(step), width_(width)
+    // Beside the rows lie pixels of an outside value, or else the nearest ones again.
+    PairsOfRows(int size, int step, std::ptrdiff_t width, std::optional<std::uint8_t> outside)
+        : half_(size / 2),
+          pairs_(size / 2 + 1),
+          beside_(std::ptrdiff_t{half_} * step),
+          step_(step),
+          width_(width),
+          outside_(outside)
     {
     }
 
-    // Raises 1303 and returns false when there is no memory. Beside the rows lie entries of `outside`.
-    bool make(std::uint32_t outside) { return entries_.make(pairs_, beside_, width_, beside_, outside); }
+    // Raises 1303 and returns false when there is no memory.
+    bool make() { return entries_.make(pairs_, beside_, width_, beside_, outside_.value_or(0) * 0x10001U); }
 
-    // Goes on to rows y and y + 1 of the results, y + 2 next: sourceRow(y) finds rows, complete(entries) may change
-    // what lies beside those of a pair.
-    template <class SourceRow, class Complete>
-    void prepare(std::ptrdiff_t y, const SourceRow& sourceRow, const Complete& complete)
+    // Goes on to rows y and y + 1 of the results, y + 2 next; sourceRow(y) finds rows.
+    template <class SourceRow>
+    void prepare(std::ptrdiff_t y, const SourceRow& sourceRow)
     {
         for (; made_ < y / 2 + pairs_; ++made_) {
             std::uint32_t* const entries = entries_.row(made_ % pairs_);
             const std::ptrdiff_t upper = 2 * made_ - half_;
-            workers<FixedConvolutionWorkers>().pair(sourceRow(upper), sourceRow(upper + 1), entries, width_);
-            complete(entries);
+            worker_.pair(sourceRow(upper), sourceRow(upper + 1), entries, width_);
+            if (!outside_)
+                repeatEnds(entries);
         }
         for (int p = 0; p < pairs_; ++p)
             around_[p] = entries_.row((y / 2 + p) % pairs_);
@@ -41,7 +49,9 @@ public:
         return from_;
     }
 
-    // Repeats the nearest entry of each component beside a row.
+private:
+    static constexpr int most = (FixedKernel::largest + 1) / 2;
+
     void repeatEnds(std::uint32_t* entries) const
     {
         for (std::ptrdiff_t x = 0; x < beside_; ++x) {
@@ -50,11 +60,10 @@ public:
         }
     }
 
-private:
-    static constexpr int most = (FixedKernel::largest + 1) / 2;
-
+    const FixedConvolutionWorkers& worker_ = workers<FixedConvolutionWorkers>();
     int half_, pairs_;
     std::ptrdiff_t beside_, step_, width_, made_ = 0;
+    std::optional<std::uint8_t> outside_;
     WorkRows<std::uint32_t> entries_;
     const std::uint32_t *around_[most], *from_[most];
 };

@@ -135,7 +135,7 @@ void shift(const Source& src, const Target& dst, const Shift& by, Stores stores)
     if (src.data == dst.data) {
         shiftInPlace(dst, by);
     } else if (by.pixelSize == 1 && free <= Bytes::lanes && Bytes::lanes <= dst.width) {
-        // One vector reaches over all that is free, and where it reaches too far something is moved yet.
+        // One vector reaches over all that is free; what it overwrites beyond that is moved there afterwards.
         const std::ptrdiff_t at = by.to > 0 ? 0 : dst.width - Bytes::lanes;
         shiftApart(src, dst, by, stores,
                    [=](std::uint8_t* out, const std::uint8_t* in) { store(out + at, broadcast(in[filling])); });
