@@ -189,8 +189,37 @@ TEST_F(ConvolutionTest, colour_convolves_every_component_by_itself)
         for (const int size : {3, 4, 7}) {
             const auto kernel = someKernel(random, size, size, 1, rectifier, 3);
             const auto convolve = [&](auto src, auto dst, auto...) { ImgConvolKernel(src, dst, kernel.get()); };
-            expectByteByByte(41, 6, convolve, convolve);
+            expectByteByByte({41, 6}, {41, 6}, convolve, convolve);
         }
+}
+
+// In place, and with a destination a little beside its source.
+template <class T>
+void expectSameBetweenNeighbours(Random& random, ZKernel& kernel)
+{
+    for (const auto& [dx, dy] : {std::pair(0, 0), {1, 0}, {0, 1}, {0, -1}, {-2, 1}, {3, -2}}) {
+        ZImage<T> image(50, 25), apart(40, 13);
+        fill(image, random);
+        ZROI<T> src(&image, 5, 5, 40, 13), dst(&image, 5 + dx, 5 + dy, 40, 13);
+        ImgConvolKernel(&src, &apart, &kernel);
+        ImgConvolKernel(&src, &dst, &kernel);
+        EXPECT_EQ(bytesOf(dst), bytesOf(apart)) << dx << ',' << dy;
+    }
+}
+
+TEST_F(ConvolutionTest, regions_may_overlap)
+{
+    withBothWorkers([] {
+        Random random(5);
+        for (const int size : {3, 5, 6, 7})
+            for (const int rectifier : {0, 2})
+                for (const int kind : {0, 1}) {
+                    SCOPED_TRACE(testing::Message() << size << ", rectifier " << rectifier << ", kind " << kind);
+                    const auto kernel = someKernel(random, size, size, kind, rectifier, 3);
+                    expectSameBetweenNeighbours<ZBW8>(random, *kernel);
+                    expectSameBetweenNeighbours<ZC24>(random, *kernel);
+                }
+    });
 }
 
 TEST_F(ConvolutionTest, unknown_rectifiers_in_fixed_point_leave_the_destination)

@@ -169,7 +169,7 @@ TEST_F(PredefinedFilterTest, colour_filters_every_component_by_itself)
 {
     for (const Filter& filter : filters) {
         SCOPED_TRACE(filter.name);
-        expectByteByByte(37, 5, filter.colour, [&](auto src, auto dst, int) { filter.grey(src, dst); });
+        expectByteByByte({37, 5}, {37, 5}, filter.colour, [&](auto src, auto dst, int) { filter.grey(src, dst); });
     }
 }
 

@@ -120,8 +120,8 @@ TEST_F(ScaleRotateTest, colour_is_grey_three_times)
 {
     const auto turn = [](auto src, auto dst, auto...) { ImgScaleRotate(src, 30, 25, 35, 20, 1.1F, 0.9F, 25, dst, 8); };
     const auto shift = [](auto src, auto dst, auto...) { ImgRegister(src, dst, 1.5F, 2, 0, 0, 8); };
-    expectByteByByte(60, 50, turn, turn);
-    expectByteByByte(60, 50, shift, shift);
+    expectByteByByte({60, 50}, {70, 40}, turn, turn);
+    expectByteByByte({60, 50}, {70, 40}, shift, shift);
 }
 
 TEST_F(ScaleRotateTest, failures_in_order)

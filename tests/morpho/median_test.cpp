@@ -63,7 +63,7 @@ TEST_F(MedianTest, colour_has_a_border_for_every_byte)
         EXPECT_EQ(bytesOf(dst), (Bytes{1, 2, 3}));
     });
     expectByteByByte(
-        50, 7,
+        {50, 7}, {50, 7},
         [](auto from, auto to) {
             ImgMedian(from, to, {70, 60, 50});
         },

@@ -132,7 +132,7 @@ TEST_F(MorphologyTest, colour_has_a_border_for_every_byte)
         for (const int n : {1, 4}) {
             SCOPED_TRACE(operations.name);
             expectByteByByte(
-                41, 9,
+                {41, 9}, {41, 9},
                 [&](auto src, auto dst) {
                     operations.colour(src, dst, n, {10, 130, 250}, {200, 5, 90});
                 },

@@ -14,17 +14,20 @@ inline void takeByte(const ZImage<ZC24>& colours, int byte, ZImage<ZBW8>& grey)
             grey.SetPixel(static_cast<const ZBW8*>(colours.GetPixelPtr(x, y))[byte], x, y);
 }
 
-// Checks that colour(src, dst) gives in every byte what grey(src, dst, byte) gives. Destinations are as large as
-// sources.
+struct Size {
+    int width, height;
+};
+
+// Checks that colour(src, dst) gives in every byte what grey(src, dst, byte) gives.
 template <class Colour, class Grey>
-void expectByteByByte(int width, int height, const Colour& colour, const Grey& grey)
+void expectByteByByte(Size from, Size to, const Colour& colour, const Grey& grey)
 {
     Random random(4);
-    ZImage<ZC24> src(width, height), dst(width, height);
+    ZImage<ZC24> src(from.width, from.height), dst(to.width, to.height);
     fill(src, random);
     colour(&src, &dst);
     for (int byte = 0; byte < 3; ++byte) {
-        ZImage<ZBW8> in, out, expected(width, height);
+        ZImage<ZBW8> in, out, expected(to.width, to.height);
         takeByte(src, byte, in);
         takeByte(dst, byte, out);
         grey(&in, &expected, byte);
